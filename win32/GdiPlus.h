@@ -1,0 +1,13 @@
+#pragma once
+
+#include "win32/Windows.h"
+
+#include <objidl.h>
+
+#include <algorithm>
+namespace Gdiplus {
+using std::max;
+using std::min;
+}
+
+#include <gdiplus.h>
