@@ -1,0 +1,156 @@
+#include "support/ObjectCounters.h"
+
+#include "support/ImportHook.h"
+#include "win32/Windows.h"
+
+#include <winternl.h>
+
+#include <cstring>
+#include <malloc.h>
+#include <string_view>
+
+namespace test {
+
+namespace {
+
+// An entry of the table of GDI handles that the system shares with the process.
+struct GdiEntry {
+    ULONG64 object;
+    ULONG owner;
+    USHORT unique;
+    UCHAR type;
+    UCHAR flags;
+    ULONG64 user;
+};
+
+constexpr int kGdiEntries = 65536;
+constexpr std::size_t kSharedHandleTable = 0xF8;  // offset in the x64 process environment block
+
+BOOL CALLBACK CountWindow(HWND, LPARAM counter)
+{
+    ++*reinterpret_cast<int*>(counter);
+    return TRUE;
+}
+
+BOOL CALLBACK CountTopLevel(HWND window, LPARAM counter)
+{
+    ++*reinterpret_cast<int*>(counter);
+    ::EnumChildWindows(window, CountWindow, counter);
+    return TRUE;
+}
+
+volatile LONG64 g_created = 0;
+volatile LONG64 g_freed = 0;
+
+bool StartsWith(const char* text, std::string_view prefix)
+{
+    return std::strncmp(text, prefix.data(), prefix.size()) == 0;
+}
+
+// GDI+ functions that make an object; each such call that is matched by a delete balances.
+bool Creates(const char* function)
+{
+    return StartsWith(function, "GdipCreate") || StartsWith(function, "GdipClone")
+        || StartsWith(function, "GdipLoadImage") || StartsWith(function, "GdipGetImageThumbnail")
+        || StartsWith(function, "GdipNewInstalledFontCollection");
+}
+
+bool Frees(const char* function)
+{
+    return StartsWith(function, "GdipDelete") || StartsWith(function, "GdipDisposeImage");
+}
+
+// Code that counts one call and goes on to the real function with all arguments untouched.
+void* MakeCountingStub(volatile LONG64* counter, void* target)
+{
+    static BYTE* page = nullptr;
+    static std::size_t used = 0;
+    constexpr std::size_t kStubSize = 32;
+    constexpr std::size_t kPageSize = 65536;
+    if (!page || used + kStubSize > kPageSize) {
+        page = static_cast<BYTE*>(::VirtualAlloc(
+            nullptr, kPageSize, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
+        used = 0;
+    }
+    BYTE* const stub = page + used;
+    used += kStubSize;
+
+    BYTE* at = stub;
+    const auto moveToRax = [&at](const void* value) {
+        *at++ = 0x48;
+        *at++ = 0xB8;
+        std::memcpy(at, &value, sizeof value);
+        at += sizeof value;
+    };
+    moveToRax(const_cast<const LONG64*>(counter));
+    for (const BYTE byte : {0xF0, 0x48, 0xFF, 0x00})  // lock inc qword ptr [rax]
+        *at++ = byte;
+    moveToRax(target);
+    for (const BYTE byte : {0xFF, 0xE0})  // jmp rax
+        *at++ = byte;
+    return stub;
+}
+
+void CountGdiplusImport(void*, const char* dll, const char* function, void** slot)
+{
+    if (_stricmp(dll, "gdiplus.dll") != 0)
+        return;
+    if (Creates(function))
+        ReplaceImport(slot, MakeCountingStub(&g_created, *slot));
+    else if (Frees(function))
+        ReplaceImport(slot, MakeCountingStub(&g_freed, *slot));
+}
+
+void StartCountingGdiplus()
+{
+    static bool started = false;
+    if (started)
+        return;
+    started = true;
+    for (const wchar_t* module : {L"DuiLib.dll", L"Quillet.dll"})
+        if (const HMODULE handle = ::GetModuleHandleW(module))
+            ForEachImport(handle, CountGdiplusImport, nullptr);
+    ForEachImport(::GetModuleHandleW(nullptr), CountGdiplusImport, nullptr);
+}
+
+}  // namespace
+
+int GdiObjects()
+{
+    const DWORD counted = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
+    if (counted != 0)
+        return static_cast<int>(counted);
+    auto* const block
+        = reinterpret_cast<const BYTE*>(::NtCurrentTeb()->ProcessEnvironmentBlock);
+    const GdiEntry* table = nullptr;
+    std::memcpy(&table, block + kSharedHandleTable, sizeof table);
+    int objects = 0;
+    for (int i = 0; i < kGdiEntries; ++i)
+        objects += table[i].type != 0;
+    return objects;
+}
+
+int UserWindows()
+{
+    int windows = 0;
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(), CountTopLevel, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+int GdiplusObjects()
+{
+    StartCountingGdiplus();
+    return static_cast<int>(g_created - g_freed);
+}
+
+int HeapBlocks()
+{
+    int used = 0;
+    _HEAPINFO entry{};
+    while (_heapwalk(&entry) == _HEAPOK)
+        used += entry._useflag == _USEDENTRY;
+    return used;
+}
+
+}  // namespace test

@@ -1,0 +1,21 @@
+#pragma once
+
+namespace test {
+
+// Exact numbers of what the process holds right now. Run an action once before counting: the
+// platform keeps the first object of a kind.
+
+// Bitmaps, brushes, pens, fonts, regions, DCs.
+int GdiObjects();
+
+// Top-level windows of this thread and all their children.
+int UserWindows();
+
+// GDI+ objects made less those freed by the modules of this project since the first call. Call
+// it once before the action, to start the counting.
+int GdiplusObjects();
+
+// Blocks in use on the C heap.
+int HeapBlocks();
+
+}  // namespace test
