@@ -1,0 +1,476 @@
+#include "Core/UIRender.h"
+
+#include "Core/DrawingColor.h"
+#include "Core/HtmlText.h"
+#include "Core/TextCache.h"
+#include "Core/UIManager.h"
+
+#include <algorithm>
+#include <cmath>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace DuiLib {
+
+namespace {
+
+constexpr std::size_t kLongestKeptText = 512; // longer texts are measured every time
+constexpr std::size_t kKeptMeasurements = 4096;
+
+// A font in a DC with a text colour over the background as it is, until the end of the scope.
+class TextState {
+public:
+    TextState(HDC dc, HFONT font, DWORD color)
+        : m_dc(dc),
+          m_font(::SelectObject(dc, font)),
+          m_color(::SetTextColor(dc, ToColorRef(color))),
+          m_mode(::SetBkMode(dc, TRANSPARENT))
+    {
+    }
+    ~TextState()
+    {
+        ::SetBkMode(m_dc, m_mode);
+        ::SetTextColor(m_dc, m_color);
+        ::SelectObject(m_dc, m_font);
+    }
+    TextState(const TextState&) = delete;
+    TextState& operator=(const TextState&) = delete;
+
+private:
+    HDC m_dc;
+    HGDIOBJ m_font;
+    COLORREF m_color;
+    int m_mode;
+};
+
+// What a measurement depends on.
+template <class Text>
+struct Measurement {
+    HFONT font;
+    UINT style;
+    SIZE room;
+    Text text;
+};
+using MeasurementKey = Measurement<std::wstring>;
+using MeasurementView = Measurement<std::wstring_view>;
+
+struct MeasurementHash {
+    using is_transparent = void;
+    template <class Text>
+    std::size_t operator()(const Measurement<Text>& measurement) const
+    {
+        std::size_t hash = std::hash<std::wstring_view>()(measurement.text);
+        hash = HashWith(hash, measurement.font);
+        hash = HashWith(hash, measurement.style);
+        hash = HashWith(hash, measurement.room.cx);
+        return HashWith(hash, measurement.room.cy);
+    }
+};
+
+struct MeasurementEqual {
+    using is_transparent = void;
+    template <class A, class B>
+    bool operator()(const Measurement<A>& a, const Measurement<B>& b) const
+    {
+        return a.font == b.font && a.style == b.style && a.room.cx == b.room.cx &&
+               a.room.cy == b.room.cy && std::wstring_view(a.text) == std::wstring_view(b.text);
+    }
+};
+
+// What was measured lately, for the whole process.
+template <class Value>
+class Measurements {
+public:
+    std::optional<Value> Find(const MeasurementView& view)
+    {
+        const std::scoped_lock lock(m_mutex);
+        const Value* const found = m_cache.Find(view);
+        return found ? std::optional(*found) : std::nullopt;
+    }
+
+    void Keep(const MeasurementView& view, const Value& value)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_cache.Insert({view.font, view.style, view.room, std::wstring(view.text)}, value);
+    }
+
+    void Forget(HFONT font)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_cache.EraseIf([font](const auto& key, const auto&) { return key.font == font; });
+    }
+
+private:
+    std::mutex m_mutex;
+    BoundedCache<MeasurementKey, Value, MeasurementHash, MeasurementEqual> m_cache{
+        kKeptMeasurements};
+};
+
+Measurements<TextExtent>& Extents()
+{
+    static Measurements<TextExtent> extents;
+    return extents;
+}
+
+// Results of DT_CALCRECT for a rectangle at the origin.
+Measurements<RECT>& TextRects()
+{
+    static Measurements<RECT> rects;
+    return rects;
+}
+
+// The character of the first `&#x1F2e`-like reference of a text.
+std::optional<wchar_t> ReferencedCharacter(std::wstring_view text)
+{
+    constexpr std::wstring_view kOpening = L"&#x";
+    constexpr std::size_t kMostDigits = 4;
+
+    const auto start = text.find(kOpening);
+    if (start == std::wstring_view::npos)
+        return std::nullopt;
+    const auto digits = text.substr(start + kOpening.size(), kMostDigits);
+    unsigned value = 0;
+    for (const wchar_t digit : digits) {
+        if (digit >= L'0' && digit <= L'9')
+            value = value * 16 + (digit - L'0');
+        else if (digit >= L'a' && digit <= L'f')
+            value = value * 16 + (digit - L'a' + 10);
+        else if (digit >= L'A' && digit <= L'F')
+            value = value * 16 + (digit - L'A' + 10);
+        else
+            break;
+    }
+    return value == 0 ? std::nullopt : std::optional(static_cast<wchar_t>(value));
+}
+
+// What DrawText shows: the text itself, or the one character that it refers to.
+class ShownText {
+public:
+    explicit ShownText(LPCTSTR text) : m_text(text)
+    {
+        if (const auto character = ReferencedCharacter(m_text)) {
+            m_character = *character;
+            m_text = {&m_character, 1};
+            m_extraStyle = DT_NOPREFIX;
+        }
+    }
+    ShownText(const ShownText&) = delete;
+    ShownText& operator=(const ShownText&) = delete;
+
+    std::wstring_view Text() const { return m_text; }
+    UINT ExtraStyle() const { return m_extraStyle; }
+
+private:
+    std::wstring_view m_text;
+    wchar_t m_character = 0;
+    UINT m_extraStyle = 0;
+};
+
+int DrawPlain(HDC dc, std::wstring_view text, RECT& rect, UINT style)
+{
+    return ::DrawTextW(dc, text.data(), static_cast<int>(text.size()), &rect,
+                       style & ~static_cast<UINT>(DT_MODIFYSTRING));
+}
+
+// Characters that stand one after the other, each with its own width: no control characters, no
+// marks that combine, no writing that joins or runs from the right.
+bool StandsAlone(wchar_t character)
+{
+    const auto within = [character](wchar_t first, wchar_t last) {
+        return character >= first && character <= last;
+    };
+    return within(0x0020, 0x007E) || within(0x00AE, 0x02FF) || within(0x00A1, 0x00AC) ||
+           within(0x0370, 0x0482) || within(0x048A, 0x052F) || within(0x3000, 0x3029) ||
+           within(0x3041, 0x3096) || within(0x30A0, 0x30FF) || within(0x3400, 0x4DBF) ||
+           within(0x4E00, 0x9FFF) || within(0xE000, 0xFAFF) || within(0xFF01, 0xFF60);
+}
+
+bool IsSimple(std::wstring_view text, UINT style)
+{
+    const bool hasPrefixes = (style & DT_NOPREFIX) == 0;
+    return text.size() <= kLongestKeptText &&
+           std::all_of(text.begin(), text.end(), [hasPrefixes](wchar_t character) {
+               return StandsAlone(character) && !(hasPrefixes && character == L'&');
+           });
+}
+
+// Where DrawTextW puts the one line of a text; nothing when that is not certain.
+std::optional<POINT> PlaceOfLine(const RECT& rect, SIZE line, UINT style)
+{
+    const int freeWidth = rect.right - rect.left - line.cx;
+    const int freeHeight = rect.bottom - rect.top - line.cy;
+    POINT place{rect.left, rect.top};
+
+    if (freeWidth < 0 && (style & (DT_CENTER | DT_END_ELLIPSIS | DT_WORD_ELLIPSIS)))
+        return std::nullopt;
+    if (style & DT_CENTER)
+        place.x += freeWidth / 2;
+    else if (style & DT_RIGHT)
+        place.x += freeWidth;
+
+    if (style & DT_VCENTER) {
+        // Whether both heights are halved or their difference matters when just the line's is odd.
+        const bool isAmbiguous = freeHeight < 0 || (line.cy % 2 != 0 && freeHeight % 2 != 0);
+        if (isAmbiguous)
+            return std::nullopt;
+        place.y += freeHeight / 2;
+    } else if (style & DT_BOTTOM) {
+        place.y += freeHeight;
+    }
+    return place;
+}
+
+// Draws what DrawTextW would draw, without its work for line breaks, prefixes and ellipses. False
+// when the text may need some of that.
+bool DrawSimpleLine(HDC dc, HFONT font, std::wstring_view text, const RECT& rect, UINT style)
+{
+    constexpr UINT kSimpleStyles = DT_SINGLELINE | DT_CENTER | DT_RIGHT | DT_VCENTER | DT_BOTTOM |
+                                   DT_NOPREFIX | DT_END_ELLIPSIS | DT_WORD_ELLIPSIS | DT_NOCLIP;
+    const bool isOneLine = (style & DT_SINGLELINE) && (style & ~kSimpleStyles) == 0;
+    const bool contradicts =
+        (style & DT_CENTER && style & DT_RIGHT) || (style & DT_VCENTER && style & DT_BOTTOM);
+    if (!isOneLine || contradicts || !IsSimple(text, style) || !MeasuresAlike(dc) ||
+        ::GetTextAlign(dc) != (TA_LEFT | TA_TOP))
+        return false;
+
+    const auto extent = MeasureText(dc, font, text);
+    if (extent.overhangs)
+        return false;
+    const auto place = PlaceOfLine(rect, extent.size, style);
+    if (!place)
+        return false;
+    const UINT clip = style & DT_NOCLIP ? 0 : ETO_CLIPPED;
+    return ::ExtTextOutW(dc, place->x, place->y, clip, &rect, text.data(),
+                         static_cast<UINT>(text.size()), nullptr) != FALSE;
+}
+
+void MeasurePlain(HDC dc, HFONT font, std::wstring_view text, RECT& rect, UINT style)
+{
+    const SIZE room{rect.right - rect.left, rect.bottom - rect.top};
+    const MeasurementView view{font, style, room, text};
+    const bool isKept = text.size() <= kLongestKeptText && MeasuresAlike(dc);
+    auto measured = isKept ? TextRects().Find(view) : std::nullopt;
+    if (!measured) {
+        measured = RECT{0, 0, room.cx, room.cy};
+        DrawPlain(dc, text, *measured, style);
+        if (isKept)
+            TextRects().Keep(view, *measured);
+    }
+    const POINT origin{rect.left, rect.top};
+    rect = *measured;
+    ::OffsetRect(&rect, origin.x, origin.y);
+}
+
+bool UsesGdiplus(CPaintManagerUI& manager)
+{
+    return manager.IsLayered() || manager.IsUseGdiplusText();
+}
+
+Gdiplus::StringAlignment HorizontalAlignment(UINT style)
+{
+    if (style & DT_CENTER)
+        return Gdiplus::StringAlignmentCenter;
+    return style & DT_RIGHT ? Gdiplus::StringAlignmentFar : Gdiplus::StringAlignmentNear;
+}
+
+// As in GDI, only a single line has a place between top and bottom.
+Gdiplus::StringAlignment VerticalAlignment(UINT style)
+{
+    if (!(style & DT_SINGLELINE))
+        return Gdiplus::StringAlignmentNear;
+    if (style & DT_VCENTER)
+        return Gdiplus::StringAlignmentCenter;
+    return style & DT_BOTTOM ? Gdiplus::StringAlignmentFar : Gdiplus::StringAlignmentNear;
+}
+
+Gdiplus::StringTrimming Trimming(UINT style)
+{
+    if (style & DT_END_ELLIPSIS)
+        return Gdiplus::StringTrimmingEllipsisCharacter;
+    if (style & DT_WORD_ELLIPSIS)
+        return Gdiplus::StringTrimmingEllipsisWord;
+    return style & DT_PATH_ELLIPSIS ? Gdiplus::StringTrimmingEllipsisPath
+                                    : Gdiplus::StringTrimmingNone;
+}
+
+Gdiplus::HotkeyPrefix Prefix(UINT style)
+{
+    if (style & DT_NOPREFIX)
+        return Gdiplus::HotkeyPrefixNone;
+    return style & DT_HIDEPREFIX ? Gdiplus::HotkeyPrefixHide : Gdiplus::HotkeyPrefixShow;
+}
+
+bool Wraps(UINT style)
+{
+    return (style & (DT_WORDBREAK | DT_SINGLELINE)) == DT_WORDBREAK;
+}
+
+void ApplyStyle(Gdiplus::StringFormat& format, UINT style)
+{
+    INT flags =
+        Gdiplus::StringFormatFlagsNoFitBlackBox | Gdiplus::StringFormatFlagsMeasureTrailingSpaces;
+    if (!Wraps(style))
+        flags |= Gdiplus::StringFormatFlagsNoWrap;
+    if (style & (DT_NOCLIP | DT_CALCRECT))
+        flags |= Gdiplus::StringFormatFlagsNoClip;
+    format.SetFormatFlags(flags);
+    format.SetHotkeyPrefix(Prefix(style));
+    if (style & DT_CALCRECT)
+        return;
+    format.SetAlignment(HorizontalAlignment(style));
+    format.SetLineAlignment(VerticalAlignment(style));
+    format.SetTrimming(Trimming(style));
+}
+
+Gdiplus::RectF ToRectF(const RECT& rect)
+{
+    return {static_cast<Gdiplus::REAL>(rect.left), static_cast<Gdiplus::REAL>(rect.top),
+            static_cast<Gdiplus::REAL>(rect.right - rect.left),
+            static_cast<Gdiplus::REAL>(rect.bottom - rect.top)};
+}
+
+// GDI+ breaks lines wherever the text does.
+std::wstring OnOneLine(std::wstring_view text)
+{
+    std::wstring line(text);
+    std::replace_if(
+        line.begin(), line.end(), [](wchar_t c) { return c == L'\r' || c == L'\n'; }, L' ');
+    return line;
+}
+
+// False when GDI+ has no such font: it knows outline fonts only.
+bool DrawWithGdiplus(HDC dc, CPaintManagerUI& manager, HFONT font, std::wstring_view text,
+                     RECT& rect, DWORD color, UINT style)
+{
+    constexpr Gdiplus::REAL kUnbounded = 1 << 20;
+
+    const Gdiplus::Font gdiplusFont(dc, font);
+    if (!gdiplusFont.IsAvailable())
+        return false;
+    Gdiplus::Graphics graphics(dc);
+    graphics.SetTextRenderingHint(
+        static_cast<Gdiplus::TextRenderingHint>(manager.GetGdiplusTextRenderingHint()));
+    Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
+    ApplyStyle(format, style);
+
+    const std::wstring line = style & DT_SINGLELINE ? OnOneLine(text) : std::wstring();
+    const auto shown = style & DT_SINGLELINE ? std::wstring_view(line) : text;
+    const auto length = static_cast<INT>(shown.size());
+    auto area = ToRectF(rect);
+    if (style & DT_CALCRECT) {
+        if (!Wraps(style))
+            area.Width = kUnbounded;
+        area.Height = kUnbounded;
+        Gdiplus::RectF bounds;
+        graphics.MeasureString(shown.data(), length, &gdiplusFont, area, &format, &bounds);
+        rect.right = rect.left + static_cast<LONG>(std::ceil(bounds.Width));
+        rect.bottom = rect.top + static_cast<LONG>(std::ceil(bounds.Height));
+        return true;
+    }
+    if (!(style & DT_NOCLIP))
+        graphics.IntersectClip(area);
+    const Gdiplus::SolidBrush brush{Gdiplus::Color(Opaque(color))};
+    graphics.DrawString(shown.data(), length, &gdiplusFont, area, &format, &brush);
+    return true;
+}
+
+void DrawWithGdi(HDC dc, HFONT font, std::wstring_view text, RECT& rect, DWORD color, UINT style)
+{
+    const TextState state(dc, font, color);
+    if (style & DT_CALCRECT)
+        MeasurePlain(dc, font, text, rect, style);
+    else if (!DrawSimpleLine(dc, font, text, rect, style))
+        DrawPlain(dc, text, rect, style);
+}
+
+bool HasNothingToDraw(const RECT& rect, std::wstring_view text, UINT style)
+{
+    if (style & DT_CALCRECT)
+        return false;
+    return text.empty() || (!(style & DT_NOCLIP) && ::IsRectEmpty(&rect));
+}
+
+} // namespace
+
+bool MeasuresAlike(HDC dc)
+{
+    return ::GetMapMode(dc) == MM_TEXT && ::GetGraphicsMode(dc) == GM_COMPATIBLE &&
+           ::GetDeviceCaps(dc, TECHNOLOGY) == DT_RASDISPLAY;
+}
+
+TextExtent MeasureText(HDC dc, HFONT font, std::wstring_view text)
+{
+    const MeasurementView view{font, 0, {}, text};
+    const bool isKept = text.size() <= kLongestKeptText && MeasuresAlike(dc);
+    if (isKept) {
+        if (const auto known = Extents().Find(view))
+            return *known;
+    }
+    TextExtent extent{};
+    TEXTMETRICW metrics{};
+    ::GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &extent.size);
+    ::GetTextMetricsW(dc, &metrics);
+    extent.overhangs = metrics.tmOverhang != 0;
+    if (isKept)
+        Extents().Keep(view, extent);
+    return extent;
+}
+
+void ForgetFont(HFONT font)
+{
+    Extents().Forget(font);
+    TextRects().Forget(font);
+    ForgetHtmlTexts(font);
+}
+
+void CRenderEngine::DrawText(HDC dc, CPaintManagerUI* manager, RECT& rect, LPCTSTR text,
+                             DWORD color, int font, UINT style)
+{
+    if (!dc || !manager || !text)
+        return;
+    if (UsesGdiplus(*manager)) {
+        GdiplusDrawText(dc, manager, rect, text, color, font, style);
+        return;
+    }
+    const ShownText shown(text);
+    if (HasNothingToDraw(rect, shown.Text(), style))
+        return;
+    DrawWithGdi(dc, manager->GetFont(font), shown.Text(), rect, color, style | shown.ExtraStyle());
+}
+
+void CRenderEngine::DrawText(HDC dc, CPaintManagerUI* manager, RECT& rect, LPCTSTR text,
+                             DWORD color, int font, UINT style, DWORD background)
+{
+    if (!(style & DT_CALCRECT))
+        DrawColor(dc, rect, background);
+    DrawText(dc, manager, rect, text, color, font, style);
+}
+
+void CRenderEngine::GdiplusDrawText(HDC dc, CPaintManagerUI* manager, RECT& rect, LPCTSTR text,
+                                    DWORD color, int font, UINT style)
+{
+    if (!dc || !manager || !text)
+        return;
+    const ShownText shown(text);
+    if (HasNothingToDraw(rect, shown.Text(), style))
+        return;
+    const HFONT handle = manager->GetFont(font);
+    const UINT shownStyle = style | shown.ExtraStyle();
+    if (!DrawWithGdiplus(dc, *manager, handle, shown.Text(), rect, color, shownStyle))
+        DrawWithGdi(dc, handle, shown.Text(), rect, color, shownStyle);
+}
+
+SIZE CRenderEngine::GetTextSize(HDC dc, CPaintManagerUI* manager, LPCTSTR text, int font,
+                                UINT style)
+{
+    constexpr UINT kMeasuredStyles = DT_NOPREFIX | DT_EXPANDTABS | DT_TABSTOP | DT_EXTERNALLEADING |
+                                     DT_HIDEPREFIX | DT_PREFIXONLY;
+    RECT rect{};
+    DrawText(dc, manager, rect, text, 0, font,
+             (style & kMeasuredStyles) | DT_SINGLELINE | DT_CALCRECT);
+    return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+} // namespace DuiLib
