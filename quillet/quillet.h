@@ -1,0 +1,14 @@
+#pragma once
+
+// Everything that an application needs, the toolkit included.
+#include <UIlib.h>
+
+#include "quillet/Export.h"
+#include "quillet/controls/RoundedRectButton.h"
+#include "quillet/controls/ToggleSwitch.h"
+#include "quillet/resources/QueryControlTextEx.h"
+#include "quillet/resources/ResourceManagerEx.h"
+#include "quillet/resources/ResourceManagerModeEx.h"
+#include "quillet/resources/ResourceManagerTransEx.h"
+#include "quillet/resources/Utils.h"
+#include "quillet/window/WindowImplBaseEx.h"
