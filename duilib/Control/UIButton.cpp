@@ -578,7 +578,8 @@ void CButtonUI::SetAttribute(LPCTSTR name, LPCTSTR value)
 UINT CButtonUI::ShownState() const
 {
     UINT state = m_uButtonState & ~(UISTATE_FOCUSED | UISTATE_DISABLED);
-    if (m_pManager && !::IsWindowEnabled(m_pManager->GetPaintWindow()))
+    const HWND window = m_pManager ? m_pManager->GetPaintWindow() : NULL;
+    if (window && !::IsWindowEnabled(window))
         state = 0;
     if (IsFocused())
         state |= UISTATE_FOCUSED;

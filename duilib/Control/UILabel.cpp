@@ -271,7 +271,7 @@ SIZE CLabelUI::EstimateSize(SIZE available)
     const bool measureHeight = size.cy <= 0 && GetAutoCalcHeight();
     if (measureWidth || measureHeight) {
         const LONG room = size.cx > 0 ? size.cx : available.cx;
-        const SIZE text = MeasureText(std::max(0L, room - besides));
+        const SIZE text = MeasureText(std::max(1L, room - besides));
         if (measureWidth)
             size.cx = text.cx + besides;
         if (measureHeight)

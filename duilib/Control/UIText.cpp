@@ -6,7 +6,6 @@
 #include "win32/TextParse.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace DuiLib {
 
@@ -109,7 +108,7 @@ SIZE CTextUI::EstimateSize(SIZE available)
     const RECT padding = GetTextPadding();
     const LONG besides = padding.left + padding.right;
     const LONG room = size.cx > 0 ? size.cx : available.cx;
-    const SIZE text = MeasureText(std::max(0L, room - besides));
+    const SIZE text = MeasureText(std::max(1L, room - besides));
     if (size.cx <= 0)
         size.cx = text.cx + besides;
     if (size.cy <= 0)
@@ -130,10 +129,6 @@ void CTextUI::PaintText(HDC dc)
         CLabelUI::PaintText(dc);
         return;
     }
-
-    // The renderer finds the hovered link among those drawn last.
-    std::fill(m_rcLinks + m_nLinks, std::end(m_rcLinks), RECT{0, 0, 0, 0});
-    std::fill(m_sLinks + m_nLinks, std::end(m_sLinks), CDuiString());
 
     RECT room = TextRect();
     int links = MAX_LINK;
