@@ -5,17 +5,25 @@
 #include <cstddef>
 #include <cstdint>
 #include <cwchar>
-#include <cwctype>
 #include <string_view>
 
 // How attribute values are read. Null pointers read as the empty text.
 namespace Quillet::Text {
 
+// By the invariant table of the system, whatever the user's language and the C locale.
 inline wchar_t LowerCase(wchar_t unit)
 {
     if (unit < 0x80)
         return unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit + (L'a' - L'A')) : unit;
-    return static_cast<wchar_t>(std::towlower(unit));
+
+    const bool cjk = unit >= 0x2E80 && unit < 0xA640;
+    const bool hangulOrSurrogate = unit >= 0xAC00 && unit < 0xFF00;
+    if (cjk || hangulOrSurrogate)
+        return unit;
+
+    wchar_t lower = unit;
+    ::LCMapStringW(LOCALE_INVARIANT, LCMAP_LOWERCASE, &unit, 1, &lower, 1);
+    return lower;
 }
 
 // Ordinal, not by the user's language.

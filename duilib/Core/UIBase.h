@@ -102,8 +102,8 @@ protected:
     bool m_bFakeModal;
 
 private:
-    static void Finish(CWindowWnd* pThis, HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam,
-                       LRESULT& result);
+    static LRESULT Finish(CWindowWnd* pThis, HWND hWnd, WPARAM wParam, LPARAM lParam);
+    void EnableOwnerOfFakeModal();
 };
 
 } // namespace DuiLib

@@ -51,8 +51,7 @@ public:
     void Scale(SIZE* pSize);
 
 private:
-    int m_nScaleFactor;    // percent, per monitor
-    int m_nScaleFactorSDA; // percent, of the system
+    int m_nScale; // percent
     PROCESS_DPI_AWARENESS m_Awareness;
 };
 
