@@ -11,7 +11,6 @@
 #include "win32/TextParse.h"
 
 #include <algorithm>
-#include <cwctype>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -66,7 +65,7 @@ std::wstring SourceKey(std::wstring_view source)
 {
     std::wstring key(source);
     for (wchar_t& ch : key)
-        ch = ch == L'/' ? L'\\' : static_cast<wchar_t>(std::towlower(ch));
+        ch = ch == L'/' ? L'\\' : LowerCase(ch);
     return key;
 }
 

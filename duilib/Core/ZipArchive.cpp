@@ -1,9 +1,10 @@
 #include "Core/ZipArchive.h"
 
+#include "win32/TextParse.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cwctype>
 #include <span>
 #include <utility>
 
@@ -53,7 +54,7 @@ std::wstring IndexKey(std::wstring_view name)
 {
     std::wstring key(name);
     for (wchar_t& ch : key)
-        ch = ch == L'\\' ? L'/' : static_cast<wchar_t>(std::towlower(ch));
+        ch = ch == L'\\' ? L'/' : Quillet::Text::LowerCase(ch);
     return key;
 }
 
