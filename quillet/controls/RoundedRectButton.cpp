@@ -43,8 +43,8 @@ int ParseNumber(const wchar_t* text)
 {
     wchar_t* end = nullptr;
     errno = 0;
-    const long long number = text ? std::wcstoll(text, &end, 10) : 0;
-    if (!text || end == text)
+    const long long number = std::wcstoll(text, &end, 10);
+    if (end == text)
         throw std::invalid_argument("invalid stoi argument");
     using Limits = std::numeric_limits<int>;
     if (errno == ERANGE || number < Limits::min() || number > Limits::max())

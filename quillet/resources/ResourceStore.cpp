@@ -43,6 +43,17 @@ void FreeStrings(CStdStringPtrMap& table)
             delete static_cast<CDuiString*>(table.Set(key, nullptr));
 }
 
+// Edges of any size: sums and differences wrap around as 32-bit numbers do.
+int Sum(int first, int second)
+{
+    return static_cast<int>(static_cast<unsigned>(first) + static_cast<unsigned>(second));
+}
+
+int Difference(int first, int second)
+{
+    return static_cast<int>(static_cast<unsigned>(first) - static_cast<unsigned>(second));
+}
+
 // An id and what belongs to it, as the attributes of one element after another give them.
 struct Entry {
     const wchar_t* id = nullptr;
@@ -345,11 +356,11 @@ POINT ResourceStore::Scale(POINT point) const
 RECT ResourceStore::Scale(RECT rect) const
 {
     // Published: the size is scaled, not the right and bottom edge, so equal sizes stay equal.
-    const int width = Scale(int{rect.right - rect.left});
-    const int height = Scale(int{rect.bottom - rect.top});
+    const int width = Scale(Difference(rect.right, rect.left));
+    const int height = Scale(Difference(rect.bottom, rect.top));
     const int left = Scale(int{rect.left});
     const int top = Scale(int{rect.top});
-    return {left, top, left + width, top + height};
+    return {left, top, Sum(left, width), Sum(top, height)};
 }
 
 void ResourceStore::Scale(POINT* point) const
