@@ -25,6 +25,17 @@ namespace DuiLib {
 // The message that a manager posts to itself for delayed deletions and queued notifications.
 constexpr UINT kDeferredWorkMessage = WM_APP + 1;
 
+// The client point of a mouse message.
+inline POINT PointOf(LPARAM lParam)
+{
+    return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+}
+
+inline bool HasClientPoint(UINT message)
+{
+    return message >= WM_MOUSEFIRST && message <= WM_MBUTTONDBLCLK;
+}
+
 template <class Value>
 using TextTable =
     std::unordered_map<std::wstring, Value, Quillet::Text::WideHash, Quillet::Text::WideEqual>;
@@ -219,7 +230,8 @@ struct CPaintManagerUI::State {
     void ReleaseAssets();
     int Scale() { return static_cast<int>(dpi.GetScale()); }
 
-    // Events (UIManagerMessages.cpp). The answer of Send is whether the manager lives.
+    // Events (UIManagerMessages.cpp, UIManagerMouse.cpp). The answer of Send is whether the manager
+    // lives.
     TEventUI MakeEvent(int type, WPARAM wParam = 0, LPARAM lParam = 0) const;
     bool Send(CControlUI* control, TEventUI& event);
     bool Send(CControlUI* control, int type, WPARAM wParam = 0, LPARAM lParam = 0);
@@ -281,7 +293,7 @@ struct CPaintManagerUI::State {
     void MultiplyByImage(const RECT& client, const RECT& dirty);
     void ShowLayered();
 
-    // Assets (UIManagerResources.cpp)
+    // Assets (UIManagerFonts.cpp, UIManagerResources.cpp)
     TFontInfo& DefaultFont();
     TFontInfo* FindFont(int id);
     FontTable& Fonts(bool shared);

@@ -94,6 +94,7 @@ void CPaintManagerUI::State::MoveFocus(CControlUI* control, bool takeKeyboard)
     if (focus || !TakesFocus(watch.Control(), &manager))
         return;
     focus = watch.Control();
+    focusOwed = false;
     if (Send(focus, UIEVENT_SETFOCUS) && watch.Control())
         manager.SendNotify(watch.Control(), DUI_MSGTYPE_SETFOCUS);
 }
