@@ -279,6 +279,9 @@ void CDialogBuilder::BuildChildren(Build& build, CMarkupNode parentNode, CContro
             }
             continue;
         }
+        // A parent on a window registers the names of what it gets there and then.
+        if (parent->GetManager() != nullptr && node.HasAttribute(L"name"))
+            control->SetName(node.GetAttributeValue(L"name"));
         if (container == nullptr || !container->Add(control.get())) {
             Report(node, L"the control around it takes no children");
             continue;

@@ -27,13 +27,16 @@ std::unique_ptr<CControlUI> Make(const wchar_t* className)
     return std::unique_ptr<CControlUI>(CControlFactory::GetInstance()->CreateControl(className));
 }
 
-struct Known {
+} // namespace
+
+// By XML name: the class text and an interface name that it answers.
+struct KnownControl {
     const wchar_t* xmlName;
     const wchar_t* classText;
     const wchar_t* interfaceName;
 };
 
-constexpr Known kKnown[] = {
+constexpr KnownControl kKnownControls[] = {
     {L"Control", L"ControlUI", L"Control"},
     {L"Container", L"ContainerUI", L"Container"},
     {L"Box", L"ContainerUI", L"IContainer"},
@@ -56,9 +59,7 @@ constexpr Known kKnown[] = {
     {L"ScrollBar", L"ScrollBarUI", L"ScrollBar"},
 };
 
-class KnownClassTest : public testing::TestWithParam<Known> {};
-
-} // namespace
+class KnownClassTest : public testing::TestWithParam<KnownControl> {};
 
 TEST_P(KnownClassTest, IsMadeByItsClassName)
 {
@@ -82,7 +83,7 @@ TEST_P(KnownClassTest, IsBuiltFromItsXmlNameInAnyCase)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, KnownClassTest, testing::ValuesIn(kKnown),
+INSTANTIATE_TEST_SUITE_P(All, KnownClassTest, testing::ValuesIn(kKnownControls),
                          [](const auto& info) { return test::Utf8(info.param.xmlName); });
 
 TEST(ControlFactoryTest, NamesAreComparedInAnyCase)

@@ -159,6 +159,7 @@ TEST(DialogBuilderTest, GivenParentOnAWindowStaysTheParent)
     ASSERT_NE(child, nullptr);
     EXPECT_EQ(child->GetParent(), &parent);
     EXPECT_EQ(child->GetManager(), &host.Manager());
+    EXPECT_EQ(host.Manager().FindControl(L"a"), child);
 }
 
 TEST(DialogBuilderTest, ParentThatTakesNoChildrenGetsNone)
