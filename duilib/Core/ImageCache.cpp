@@ -104,6 +104,14 @@ std::wstring NameForReader(STRINGorID name)
     return name.m_lpstr;
 }
 
+// A resource type as a text, which FindResource reads too.
+std::wstring TypeText(LPCTSTR type)
+{
+    if (type == nullptr)
+        return {};
+    return IS_INTRESOURCE(type) ? L"#" + std::to_wstring(reinterpret_cast<ULONG_PTR>(type)) : type;
+}
+
 // A picture as it was asked for.
 struct ImageSource {
     std::wstring name;
@@ -346,7 +354,7 @@ const TImageInfo* ImageCache::Acquire(LPCTSTR name, LPCTSTR type, DWORD mask, bo
     if (name == nullptr || IS_INTRESOURCE(name) || *name == 0)
         return nullptr;
     return Cache::Instance().Acquire({.name = name,
-                                      .type = type == nullptr ? L"" : type,
+                                      .type = TypeText(type),
                                       .mask = mask,
                                       .useHSL = useHSL,
                                       .gdiplus = gdiplus,
@@ -406,8 +414,10 @@ ImageLoad LoadImageRecord(const ImageRequest& request)
     const auto bytes =
         LoadResourceBytes(request.name, request.type, request.module, ResourceFallback::PlainPath,
                           kLargestResource, &load.failure);
-    if (!bytes)
+    if (!bytes) {
+        load.failure = FailureAt(NameForReader(request.name), 0, 0, load.failure);
         return load;
+    }
 
     load.found = true;
     UniqueRecord record(new TImageInfo);
@@ -415,7 +425,7 @@ ImageLoad LoadImageRecord(const ImageRequest& request)
         load.failure = FailureAt(NameForReader(request.name), 0, 0, load.failure);
         return load;
     }
-    record->sResType = request.type;
+    record->sResType = TypeText(request.type).c_str();
     record->dwMask = request.mask;
     load.failure.clear();
     load.image = record.release();

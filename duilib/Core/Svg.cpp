@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -191,7 +192,7 @@ private:
         }
 
         // A missing side follows from the other one and the view box.
-        constexpr double kMissing = -1;
+        constexpr double kMissing = std::numeric_limits<double>::lowest();
         Point own{Length(L"width", size.x, kMissing), Length(L"height", size.y, kMissing)};
         if (!boxed && (own.x == kMissing || own.y == kMissing)) {
             Fail(L"the drawing has no size");
