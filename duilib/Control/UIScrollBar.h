@@ -146,22 +146,36 @@ protected:
 
 private:
     enum class Part { None, Button1, Button2, Thumb, TrackBefore, TrackAfter };
+    struct Lengths {
+        LONG button;
+        LONG track;
+        LONG thumb; // 0: none
+    };
     struct Look;
 
-    Part PartAt(POINT point) const;
+    LONG Start() const;
+    LONG Length() const;
+    LONG Along(POINT point) const;
+    RECT Slice(LONG from, LONG to) const;
+    Lengths Measure() const;
     void PlaceParts();
-    void Press(const TEventUI& event);
+    Part PartAt(POINT point) const;
+    void Press(POINT mouse);
     void Release();
-    void FollowMouse(const TEventUI& event);
+    void StopWork();
+    void FollowMouse(POINT mouse);
+    void ShowHot(Part part);
     void Tick();
-    void DragThumb(POINT mouse);
+    void DragThumb();
     void ScrollBy(Part part);
-    void MoveOwner(__int64 position);
+    void MoveTo(int position);
     void SendScroll();
     void SetImage(CDuiString& member, LPCTSTR image);
-    void SetState(UINT& state, UINT bit, bool on);
+    void SetState(UINT& state, UINT bits, bool on);
     bool DrawPart(HDC dc, const RECT& part, UINT state, const Look& look);
     void DrawOutline(HDC dc, const RECT& part);
+
+    Part m_PressedPart = Part::None;
 };
 
 } // namespace DuiLib

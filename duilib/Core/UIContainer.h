@@ -58,8 +58,8 @@ public:
     virtual SIZE GetScrollPos() const;
     virtual SIZE GetScrollRange() const;
     virtual void SetScrollPos(SIZE position, bool notify = true);
-    virtual void SetScrollStepSize(int size); // 0 = default
-    virtual int GetScrollStepSize() const;
+    virtual void SetScrollStepSize(int size); // positive
+    virtual int GetScrollStepSize() const;    // 0 = default
     virtual void LineUp();
     virtual void LineDown();
     virtual void PageUp();
@@ -137,6 +137,11 @@ protected:
         int m_nNext = 0;
     };
 
+    // The rectangle less the inset and the shown bars; and that area as far as it can be scrolled,
+    // for children that need a size, moved by the scroll positions.
+    RECT GetChildArea() const;
+    RECT GetContentArea(const RECT& client, SIZE needed) const;
+
     CStdPtrArray m_items;
     RECT m_rcInset;
     int m_iChildPadding;
@@ -156,26 +161,28 @@ protected:
 private:
     enum class Direction { Vertical, Horizontal };
 
-    bool IsChild(CControlUI* control) const;
-    void PutIn(CControlUI* control);
+    bool Insert(CControlUI* control, int index);
+    void ChildInserted(int index);
+    void ChildRemoved(int index);
     void LetGo(CControlUI* control);
-    void ChildMoved(int from, int to);
-    RECT GetChildArea() const;
+    void HandVisibilityDown();
+    CControlUI* FindBelow(FINDCONTROLPROC procedure, LPVOID data, UINT flags);
     void ShiftChildren(int dx, int dy);
     void ScrollTo(Direction direction, int position);
+    bool ScrollByKey(TCHAR key);
     int GetLineStep(Direction direction) const;
     int GetPageStep(Direction direction) const;
-    CScrollBarUI* GetBar(Direction direction) const;
+    CScrollBarUI*& BarOf(Direction direction);
     void CreateBar(Direction direction);
     void DeleteBar(Direction direction);
     void ApplyBarStyle(Direction direction);
     int BarThickness(Direction direction) const;
-    bool FitBar(Direction direction, int space, int needed);
+    bool FitBar(Direction direction, int space, int needed, bool mayLayOut);
     void PlaceBars(const RECT& client);
 
     ChildWalk* m_pWalks = nullptr; // the running ones
     int m_nLayoutDepth = 0;
-    bool m_bBarShownInPass[2] = {};
+    bool m_bBarShownInPass[2] = {}; // vertical, horizontal
 };
 
 } // namespace DuiLib

@@ -31,7 +31,8 @@ public:
     CControlUI();
 
     // A copy has all values, delegates and custom attributes, but is registered nowhere: name,
-    // timers, focus and capture stay those of the original.
+    // timers, focus and capture stay those of the original. Assigning leaves manager and parent of
+    // the target alone.
     CControlUI(const CControlUI& other);
     CControlUI& operator=(const CControlUI& other);
 
@@ -311,15 +312,18 @@ private:
         std::unique_ptr<Entries> m_pEntries;
     };
 
+    void CopyFrom(const CControlUI& other);
     template <class Value>
-    void SetLook(Value& member, const Value& value);
+    void SetLook(Value& member, Value value);
     void SetLook(CDuiString& member, LPCTSTR value);
     void SetLength(LONG& member, int length);
-    bool IsShown() const;
-    bool VisibleRect(RECT& rect) const;
+    void DropFocus();
+    bool CutByParents(RECT& rect) const;
     bool ApplyStyle(LPCTSTR name);
-    void DoPaintSteps(HDC dc);
+    void PaintSteps(HDC dc);
 
+    CPaintManagerUI* m_pFormerManager; // the latest that was taken away
+    bool m_bCopied;                    // the manager does not know it, and may die before it
     CustomAttributes m_mCustomAttrHash;
 };
 
