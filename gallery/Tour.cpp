@@ -1,0 +1,170 @@
+#include "gallery/Tour.h"
+
+#include "gallery/GalleryWindow.h"
+#include "win32/Handles.h"
+
+#include <set>
+
+namespace gallery {
+
+using namespace DuiLib;
+
+namespace {
+
+constexpr int kScales[] = {100, 150};
+constexpr const wchar_t* kLanguages[] = {L"en-US", L"de-DE", L"zh-CN", L"th-TH"};
+constexpr std::size_t kFewestColours = 24;
+
+void DispatchWhatIsQueued(HWND window)
+{
+    MSG message{};
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (CPaintManagerUI::TranslateMessage(&message))
+            continue;
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+    }
+    ::UpdateWindow(window);
+}
+
+// What the window shows, read back from the screen.
+class Screenshot {
+public:
+    explicit Screenshot(HWND window)
+    {
+        RECT client{};
+        ::GetClientRect(window, &client);
+        m_width = client.right;
+        m_height = client.bottom;
+        const Quillet::WindowDc source(window);
+        const Quillet::UniqueMemoryDc memory(::CreateCompatibleDC(source.get()));
+        m_bitmap.reset(::CreateCompatibleBitmap(source.get(), m_width, m_height));
+        const Quillet::SelectedObject selected(memory.get(), m_bitmap.get());
+        ::BitBlt(memory.get(), 0, 0, m_width, m_height, source.get(), 0, 0, SRCCOPY);
+    }
+
+    bool Save(const std::wstring& path) const
+    {
+        Gdiplus::Bitmap picture(m_bitmap.get(), nullptr);
+        return Utils::SaveBitmap(&picture, path);
+    }
+
+    std::size_t Colours() const
+    {
+        Gdiplus::Bitmap picture(m_bitmap.get(), nullptr);
+        std::set<Gdiplus::ARGB> colours;
+        for (int y = 0; y < m_height; y += 3) {
+            for (int x = 0; x < m_width; x += 3) {
+                Gdiplus::Color colour;
+                picture.GetPixel(x, y, &colour);
+                colours.insert(colour.GetValue());
+            }
+        }
+        return colours.size();
+    }
+
+private:
+    int m_width;
+    int m_height;
+    Quillet::UniqueBitmap m_bitmap;
+};
+
+bool HasAllGlyphs(HDC dc, const std::wstring& text)
+{
+    for (const wchar_t character : text) {
+        if (character < L' ')
+            continue;
+        WORD glyph = 0;
+        ::GetGlyphIndicesW(dc, &character, 1, &glyph, GGI_MARK_NONEXISTING_GLYPHS);
+        if (glyph == 0xFFFF)
+            return false;
+    }
+    return true;
+}
+
+struct Inspection {
+    CPaintManagerUI* manager;
+    std::wstring where;
+    std::vector<std::wstring>* problems;
+};
+
+// Checks one control that shows text.
+CControlUI* CALLBACK Inspect(CControlUI* control, LPVOID context)
+{
+    const auto& inspection = *static_cast<Inspection*>(context);
+    auto* const label = static_cast<CLabelUI*>(control->GetInterface(L"Label"));
+    const std::wstring text = control->GetText().GetData();
+    if (!label || text.empty() || label->IsShowHtml())
+        return nullptr;
+
+    const Quillet::WindowDc dc(inspection.manager->GetPaintWindow());
+    const Quillet::SelectedObject font(dc.get(), inspection.manager->GetFont(label->GetFont()));
+    if (!HasAllGlyphs(dc.get(), text))
+        inspection.problems->push_back(inspection.where + L": missing glyphs in \"" + text + L"\"");
+
+    const UINT style = label->GetTextStyle();
+    SIZE extent{};
+    ::GetTextExtentPoint32W(dc.get(), text.data(), static_cast<int>(text.size()), &extent);
+    const RECT padding = label->GetTextPadding();
+    const int room = label->GetWidth() - padding.left - padding.right;
+    if ((style & DT_SINGLELINE) && !(style & DT_END_ELLIPSIS) && extent.cx > room)
+        inspection.problems->push_back(inspection.where + L": clipped text \"" + text + L"\"");
+    return nullptr;
+}
+
+std::wstring Numbered(int scale, const wchar_t* page, const wchar_t* language)
+{
+    return std::wstring(page) + L"-" + std::to_wstring(scale) + L"-" + language;
+}
+
+void Visit(GalleryWindow& window, const PageEntry& page, int scale, const wchar_t* language,
+           const std::wstring& folder, TourResult& result)
+{
+    const std::wstring name = Numbered(scale, page.name, language);
+    const auto option = std::wstring(L"page.") + page.name;
+    static_cast<COptionUI*>(window.Manager().FindControl(option.c_str()))->Selected(true);
+    DispatchWhatIsQueued(window.GetHWND());
+
+    const Screenshot screenshot(window.GetHWND());
+    if (screenshot.Save(folder + L"\\" + name + L".png"))
+        ++result.pictures;
+    else
+        result.problems.push_back(name + L": the picture cannot be written");
+    if (screenshot.Colours() < kFewestColours)
+        result.problems.push_back(name + L": the page is empty");
+
+    Inspection inspection{&window.Manager(), name, &result.problems};
+    window.Manager().GetRoot()->FindControl(Inspect, &inspection, UIFIND_VISIBLE | UIFIND_ME_FIRST);
+}
+
+void Choose(GalleryWindow& window, const std::wstring& option)
+{
+    static_cast<COptionUI*>(window.Manager().FindControl(option.c_str()))->Selected(true);
+    DispatchWhatIsQueued(window.GetHWND());
+}
+
+} // namespace
+
+TourResult TakeTour(const std::wstring& folder)
+{
+    TourResult result;
+    GalleryWindow window(GalleryWindow::AtClose::Nothing);
+    if (!window.Open(true)) {
+        result.problems.push_back(L"the main window cannot be created");
+        return result;
+    }
+    ::SetWindowPos(window.GetHWND(), nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+
+    for (const int scale : kScales) {
+        Choose(window, L"scale." + std::to_wstring(scale));
+        for (const wchar_t* language : kLanguages) {
+            Choose(window, std::wstring(L"language.") + language);
+            for (const auto& page : Pages())
+                Visit(window, page, scale, language, folder, result);
+        }
+    }
+    ::DestroyWindow(window.GetHWND());
+    return result;
+}
+
+} // namespace gallery

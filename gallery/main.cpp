@@ -1,0 +1,54 @@
+#include <quillet/quillet.h>
+
+#include "gallery/Application.h"
+#include "gallery/GalleryWindow.h"
+#include "gallery/Tour.h"
+
+#include <shellapi.h>
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace {
+
+void PrintLine(const std::wstring& line)
+{
+    const int size = static_cast<int>(line.size());
+    const int length =
+        ::WideCharToMultiByte(CP_UTF8, 0, line.data(), size, nullptr, 0, nullptr, nullptr);
+    std::string utf8(static_cast<std::size_t>(length), '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, line.data(), size, utf8.data(), length, nullptr, nullptr);
+    std::fwrite(utf8.data(), 1, utf8.size(), stdout);
+    std::fputc('\n', stdout);
+}
+
+int RunTour(const std::wstring& folder)
+{
+    const auto result = gallery::TakeTour(folder);
+    for (const auto& problem : result.problems)
+        PrintLine(problem);
+    PrintLine(std::to_wstring(result.pictures) + L" pictures, " +
+              std::to_wstring(result.problems.size()) + L" problems");
+    std::fflush(stdout);
+    return result.problems.empty() && result.pictures > 0 ? 0 : 1;
+}
+
+int RunWindow()
+{
+    gallery::GalleryWindow window(gallery::GalleryWindow::AtClose::EndTheMessageLoop);
+    if (!window.Open(true))
+        return 1;
+    DuiLib::CPaintManagerUI::MessageLoop();
+    return 0;
+}
+
+} // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int)
+{
+    const gallery::Application application;
+    if (__argc == 3 && std::wstring_view(__wargv[1]) == L"--tour")
+        return RunTour(__wargv[2]);
+    return RunWindow();
+}

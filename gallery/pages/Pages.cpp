@@ -1,0 +1,18 @@
+#include "gallery/pages/Pages.h"
+
+namespace gallery {
+
+std::span<const PageEntry> Pages()
+{
+    static constexpr PageEntry kPages[] = {
+        {L"toggle-switch", MakeToggleSwitchPage},
+        {L"rounded-button", MakeRoundedButtonPage},
+        {L"texts", MakeTextsPage},
+        {L"scale", MakeScalePage},
+        {L"toolkit-controls", MakeToolkitControlsPage},
+        {L"toolkit-layouts", MakeToolkitLayoutsPage},
+    };
+    return kPages;
+}
+
+} // namespace gallery

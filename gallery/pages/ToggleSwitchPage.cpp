@@ -1,0 +1,37 @@
+#include "gallery/pages/Pages.h"
+
+namespace gallery {
+
+namespace {
+
+using namespace DuiLib;
+
+class ToggleSwitchPage : public Page {
+public:
+    using Page::Page;
+
+    void Show() override
+    {
+        for (const wchar_t* name : {L"switch.on", L"switch.disabled-on", L"switch.large"})
+            if (auto* const toggle = Find<CToggleSwitchUI>(name))
+                toggle->SetOn(true);
+        if (auto* const manual = Find<CToggleSwitchUI>(L"switch.manual"))
+            manual->SetToggleOnClick(false);
+    }
+
+    void Notify(TNotifyUI& notification) override
+    {
+        if (notification.sType == L"UIToggleSwitch_Toggled")
+            SetText(L"switch.event", notification.wParam ? L"UIToggleSwitch_Toggled (1)"
+                                                         : L"UIToggleSwitch_Toggled (0)");
+    }
+};
+
+} // namespace
+
+std::unique_ptr<Page> MakeToggleSwitchPage(GalleryWindow& window)
+{
+    return std::make_unique<ToggleSwitchPage>(window);
+}
+
+} // namespace gallery
