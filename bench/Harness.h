@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+// Median time of one call, in nanoseconds: the function is repeated until a sample is long enough
+// to measure, and several samples are taken.
+double TimeOf(const std::function<void()>& function);
+
+// Two functions measured in turn, sample by sample, so that a noisy machine disturbs both alike.
+struct Pair {
+    double cost;
+    double bare;
+};
+Pair TimeBoth(const std::function<void()>& function, const std::function<void()>& bare);
+
+// A line of the report.
+struct Result {
+    std::string name;
+    double value;                // nanoseconds, or the unit named
+    std::optional<double> bare;  // what it is compared with, in the same unit
+    std::optional<double> bound; // the largest allowed value / bare, or value without a bare
+    std::string unit = "ns";
+
+    double Ratio() const { return bare ? value / *bare : value; }
+    bool Holds() const { return !bound || Ratio() <= *bound; }
+};
+
+class Report {
+public:
+    void Add(Result result);
+
+    bool AllHold() const;
+    void Print() const;
+    bool WriteJson(const std::wstring& path) const;
+
+private:
+    std::vector<Result> m_results;
+};
+
+// One function per source.
+void RunDialogBench(Report& report);
+void RunFindBench(Report& report);
+void RunMemoryBench(Report& report);
+void RunPaintBench(Report& report);
+void RunSkinBench(Report& report);
+void RunToggleSwitchBench(Report& report);
+
+} // namespace bench
