@@ -5,11 +5,42 @@
 #include "Core/UIManager.h"
 #include "win32/TextParse.h"
 
+#include <string>
+
 namespace DuiLib {
 
 namespace {
 
 constexpr int kDeepestNesting = 32; // of child layouts, also when their files differ
+
+// The files being built into child layouts, innermost first: adding a file's controls initialises
+// the child layouts among them. Parents tell nothing, for a control is initialised before its
+// ancestors know theirs.
+class BuildingFile {
+public:
+    explicit BuildingFile(LPCTSTR file) : m_file(file), m_outer(t_innermost) { t_innermost = this; }
+    ~BuildingFile() { t_innermost = m_outer; }
+    BuildingFile(const BuildingFile&) = delete;
+    BuildingFile& operator=(const BuildingFile&) = delete;
+
+    static bool NeverEnds(LPCTSTR file)
+    {
+        int nesting = 0;
+        for (const auto* each = t_innermost; each != nullptr; each = each->m_outer) {
+            if (++nesting > kDeepestNesting || Quillet::Text::EqualsNoCase(each->m_file, file))
+                return true;
+        }
+        return false;
+    }
+
+private:
+    static thread_local const BuildingFile* t_innermost;
+
+    const LPCTSTR m_file;
+    const BuildingFile* const m_outer;
+};
+
+thread_local const BuildingFile* BuildingFile::t_innermost = nullptr;
 
 } // namespace
 
@@ -37,29 +68,18 @@ void CChildLayoutUI::Init()
     if (m_bBuilt || m_sXmlFile.IsEmpty())
         return;
     m_bBuilt = true;
-    if (LeadsBackToItself()) {
-        ReportFailure(std::wstring(m_sXmlFile) + L": the child layout leads back to itself");
+
+    const CDuiString file = m_sXmlFile;
+    if (BuildingFile::NeverEnds(file)) {
+        ReportFailure(std::wstring(file) + L": the child layout leads back to itself");
         return;
     }
-
+    const BuildingFile building(file);
     CDialogBuilder builder;
     CControlUI* const child =
-        builder.Create(STRINGorID(m_sXmlFile.GetData()), nullptr, nullptr, m_pManager);
+        builder.Create(STRINGorID(file.GetData()), nullptr, nullptr, m_pManager);
     if (child != nullptr)
         Add(child);
-}
-
-bool CChildLayoutUI::LeadsBackToItself() const
-{
-    int nesting = 0;
-    for (CControlUI* above = GetParent(); above != nullptr; above = above->GetParent()) {
-        auto* const layout = static_cast<CChildLayoutUI*>(above->GetInterface(DUI_CTR_CHILDLAYOUT));
-        if (layout != nullptr &&
-            (++nesting > kDeepestNesting ||
-             Quillet::Text::EqualsNoCase(layout->m_sXmlFile.GetData(), m_sXmlFile.GetData())))
-            return true;
-    }
-    return false;
 }
 
 void CChildLayoutUI::SetAttribute(LPCTSTR name, LPCTSTR value)

@@ -28,8 +28,6 @@ public:
     LPCTSTR GetClass() const override;
 
 private:
-    bool LeadsBackToItself() const;
-
     CDuiString m_sXmlFile;
     bool m_bBuilt;
 };
