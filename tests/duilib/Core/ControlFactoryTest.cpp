@@ -27,6 +27,12 @@ std::unique_ptr<CControlUI> Make(const wchar_t* className)
     return std::unique_ptr<CControlUI>(CControlFactory::GetInstance()->CreateControl(className));
 }
 
+// Leaves the classes as they were.
+class ControlFactoryTest : public testing::Test {
+protected:
+    ~ControlFactoryTest() override { CControlFactory::GetInstance()->Release(); }
+};
+
 } // namespace
 
 // By XML name: the class text and an interface name that it answers.
@@ -86,20 +92,20 @@ TEST_P(KnownClassTest, IsBuiltFromItsXmlNameInAnyCase)
 INSTANTIATE_TEST_SUITE_P(All, KnownClassTest, testing::ValuesIn(kKnownControls),
                          [](const auto& info) { return test::Utf8(info.param.xmlName); });
 
-TEST(ControlFactoryTest, NamesAreComparedInAnyCase)
+TEST_F(ControlFactoryTest, NamesAreComparedInAnyCase)
 {
     const auto control = Make(L"cbuttonui");
     ASSERT_NE(control, nullptr);
     EXPECT_STREQ(control->GetClass(), L"ButtonUI");
 }
 
-TEST(ControlFactoryTest, UnknownNamesGiveNull)
+TEST_F(ControlFactoryTest, UnknownNamesGiveNull)
 {
     for (const wchar_t* name : {L"", L"Button", L"CButton", L"ButtonUI", L"CUI", L"CNoSuchUI"})
         EXPECT_EQ(Make(name), nullptr) << test::Utf8(name);
 }
 
-TEST(ControlFactoryTest, RegisteredClassIsMadeAndBuilt)
+TEST_F(ControlFactoryTest, RegisteredClassIsMadeAndBuilt)
 {
     REGIST_DUICONTROL(CFactoryProbeUI)
     const auto made = Make(L"CFACTORYPROBEUI");
@@ -112,7 +118,7 @@ TEST(ControlFactoryTest, RegisteredClassIsMadeAndBuilt)
     EXPECT_STREQ(built->GetClass(), L"FactoryProbeUI");
 }
 
-TEST(ControlFactoryTest, LaterRegistrationReplacesAnEarlierOne)
+TEST_F(ControlFactoryTest, LaterRegistrationReplacesAnEarlierOne)
 {
     CControlFactory::GetInstance()->RegistControl(L"clabelui", &CFactoryProbeUI::CreateControl);
     const auto control = Make(L"CLabelUI");
@@ -120,7 +126,7 @@ TEST(ControlFactoryTest, LaterRegistrationReplacesAnEarlierOne)
     EXPECT_STREQ(control->GetClass(), L"FactoryProbeUI");
 }
 
-TEST(ControlFactoryTest, NothingIsRegisteredWithoutNameOrFunction)
+TEST_F(ControlFactoryTest, NothingIsRegisteredWithoutNameOrFunction)
 {
     CControlFactory::GetInstance()->RegistControl(L"CLabelUI", nullptr);
     CControlFactory::GetInstance()->RegistControl(L"", &CFactoryProbeUI::CreateControl);
@@ -130,7 +136,7 @@ TEST(ControlFactoryTest, NothingIsRegisteredWithoutNameOrFunction)
     EXPECT_EQ(Make(L""), nullptr);
 }
 
-TEST(ControlFactoryTest, ReleaseForgetsRegisteredClassesOnly)
+TEST_F(ControlFactoryTest, ReleaseForgetsRegisteredClassesOnly)
 {
     REGIST_DUICONTROL(CFactoryProbeUI)
     CControlFactory::GetInstance()->Release();
@@ -138,7 +144,7 @@ TEST(ControlFactoryTest, ReleaseForgetsRegisteredClassesOnly)
     EXPECT_NE(Make(L"CButtonUI"), nullptr);
 }
 
-TEST(ControlFactoryTest, OneFactoryServesTheProcess)
+TEST_F(ControlFactoryTest, OneFactoryServesTheProcess)
 {
     EXPECT_EQ(CControlFactory::GetInstance(), CControlFactory::GetInstance());
 }

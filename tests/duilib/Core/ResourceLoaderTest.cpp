@@ -59,6 +59,11 @@ std::wstring TextOfSkin(STRINGorID source, const wchar_t* type = nullptr)
 class ResourceLoaderTest : public testing::Test {
 protected:
     ResourceLoaderTest() { CPaintManagerUI::SetResourcePath(folder.Path().c_str()); }
+    ~ResourceLoaderTest() override
+    {
+        CPaintManagerUI::SetResourceZip(L"");
+        CPaintManagerUI::SetResourceDll(nullptr);
+    }
 
     test::TempFolder folder;
 };
@@ -119,7 +124,6 @@ TEST_F(ResourceLoaderTest, ArchiveIsNamedBelowTheResourcePath)
     EXPECT_EQ(TextOfSkin(L"main.xml"), L"from the archive");
     EXPECT_NE(CPaintManagerUI::GetResourceZipHandle(), nullptr);
     EXPECT_STREQ(CPaintManagerUI::GetResourceZip(), L"skins\\skin.zip");
-    CPaintManagerUI::SetResourceZip(L"");
 }
 
 TEST_F(ResourceLoaderTest, TypeMeansAResourceOfTheModule)

@@ -51,9 +51,17 @@ std::string OneFile(ZipWriter::Item item)
     return zip.Finish();
 }
 
+// Leaves no archive in use, so that files can be removed.
+class ZipArchiveTest : public testing::Test {
+protected:
+    ~ZipArchiveTest() override { CPaintManagerUI::SetResourceZip(L""); }
+
+    test::TempFolder folder;
+};
+
 } // namespace
 
-TEST(ZipArchiveTest, StoredAndDeflatedFilesAreRead)
+TEST_F(ZipArchiveTest, StoredAndDeflatedFilesAreRead)
 {
     ZipWriter zip;
     zip.Add({.name = "stored.xml", .content = Skin("one"), .packing = ZipWriter::Packing::Stored});
@@ -63,7 +71,7 @@ TEST(ZipArchiveTest, StoredAndDeflatedFilesAreRead)
     EXPECT_EQ(Read(L"deflated.xml"), std::wstring(5000, L'x'));
 }
 
-TEST(ZipArchiveTest, NamesAreFoundInAnyCaseWithEitherSlash)
+TEST_F(ZipArchiveTest, NamesAreFoundInAnyCaseWithEitherSlash)
 {
     ZipWriter zip;
     zip.Add("Skins/Main/Page.xml", Skin("page"));
@@ -75,7 +83,7 @@ TEST(ZipArchiveTest, NamesAreFoundInAnyCaseWithEitherSlash)
     EXPECT_EQ(Read(L"Back/Slash.xml"), L"slash");
 }
 
-TEST(ZipArchiveTest, NamesMayBeUtf8)
+TEST_F(ZipArchiveTest, NamesMayBeUtf8)
 {
     ZipWriter zip;
     zip.Add(test::Utf8(L"皮肤/Ä.xml"), Skin("found"));
@@ -83,14 +91,14 @@ TEST(ZipArchiveTest, NamesMayBeUtf8)
     EXPECT_EQ(Read(L"皮肤\\ä.xml"), L"found");
 }
 
-TEST(ZipArchiveTest, MissingFileFailsReadably)
+TEST_F(ZipArchiveTest, MissingFileFailsReadably)
 {
     Use(OneFile({}));
     EXPECT_EQ(Read(L"b.xml"), L"! the archive has no such file");
     EXPECT_STREQ(CPaintManagerUI::GetLastErrorText(), L"b.xml: the archive has no such file");
 }
 
-TEST(ZipArchiveTest, CommentBehindTheArchiveIsSkipped)
+TEST_F(ZipArchiveTest, CommentBehindTheArchiveIsSkipped)
 {
     ZipWriter zip;
     zip.Add("a.xml", Skin("commented"));
@@ -98,7 +106,7 @@ TEST(ZipArchiveTest, CommentBehindTheArchiveIsSkipped)
     EXPECT_EQ(Read(L"a.xml"), L"commented");
 }
 
-TEST(ZipArchiveTest, PasswordOpensEncryptedFiles)
+TEST_F(ZipArchiveTest, PasswordOpensEncryptedFiles)
 {
     for (const bool sizesFollow : {false, true}) {
         for (const auto packing : {ZipWriter::Packing::Stored, ZipWriter::Packing::Deflated}) {
@@ -109,7 +117,7 @@ TEST(ZipArchiveTest, PasswordOpensEncryptedFiles)
     }
 }
 
-TEST(ZipArchiveTest, WrongOrMissingPasswordFails)
+TEST_F(ZipArchiveTest, WrongOrMissingPasswordFails)
 {
     const auto archive = OneFile({.password = "secret"});
     Use(archive, L"Secret");
@@ -118,7 +126,7 @@ TEST(ZipArchiveTest, WrongOrMissingPasswordFails)
     EXPECT_EQ(Read(L"a.xml"), L"! the password of the archive is wrong");
 }
 
-TEST(ZipArchiveTest, WrongCheckSumFails)
+TEST_F(ZipArchiveTest, WrongCheckSumFails)
 {
     Use(OneFile({.wrongSum = 1}));
     EXPECT_EQ(Read(L"a.xml"), L"! the file in the archive is damaged");
@@ -126,7 +134,7 @@ TEST(ZipArchiveTest, WrongCheckSumFails)
     EXPECT_EQ(Read(L"a.xml"), std::wstring(L"! ") + kDamaged);
 }
 
-TEST(ZipArchiveTest, WrongSizeFails)
+TEST_F(ZipArchiveTest, WrongSizeFails)
 {
     const auto trueSize = static_cast<unsigned>(Skin("value").size());
     for (const unsigned size : {0u, 1u, trueSize - 1, trueSize + 1, 4000u}) {
@@ -138,7 +146,7 @@ TEST(ZipArchiveTest, WrongSizeFails)
     }
 }
 
-TEST(ZipArchiveTest, FilesThatUnpackToMoreThanTheLimitAreRefused)
+TEST_F(ZipArchiveTest, FilesThatUnpackToMoreThanTheLimitAreRefused)
 {
     Use(OneFile({.content = Skin(std::string(4u * 1024u * 1024u, ' '))}));
     EXPECT_EQ(Read(L"a.xml"), L"! the file in the archive is too large");
@@ -146,13 +154,13 @@ TEST(ZipArchiveTest, FilesThatUnpackToMoreThanTheLimitAreRefused)
     EXPECT_EQ(Read(L"a.xml"), L"! the file in the archive is too large");
 }
 
-TEST(ZipArchiveTest, SizeThatNoPackingReachesIsRefused)
+TEST_F(ZipArchiveTest, SizeThatNoPackingReachesIsRefused)
 {
     Use(OneFile({.size = 4000000u}));
     EXPECT_EQ(Read(L"a.xml"), std::wstring(L"! ") + kDamaged);
 }
 
-TEST(ZipArchiveTest, UnknownPackingFails)
+TEST_F(ZipArchiveTest, UnknownPackingFails)
 {
     for (const unsigned method : {1u, 9u, 12u, 14u, 93u, 99u}) {
         Use(OneFile({.method = method}));
@@ -160,13 +168,13 @@ TEST(ZipArchiveTest, UnknownPackingFails)
     }
 }
 
-TEST(ZipArchiveTest, StreamThatIsNotDeflatedFails)
+TEST_F(ZipArchiveTest, StreamThatIsNotDeflatedFails)
 {
     Use(OneFile({.packing = ZipWriter::Packing::Stored, .method = 8}));
     EXPECT_EQ(Read(L"a.xml"), std::wstring(L"! ") + kDamaged);
 }
 
-TEST(ZipArchiveTest, EveryTruncationFails)
+TEST_F(ZipArchiveTest, EveryTruncationFails)
 {
     const auto whole = OneFile({});
     for (std::size_t size = 1; size < whole.size(); ++size) {
@@ -176,7 +184,7 @@ TEST(ZipArchiveTest, EveryTruncationFails)
     }
 }
 
-TEST(ZipArchiveTest, EveryDamagedByteIsSurvived)
+TEST_F(ZipArchiveTest, EveryDamagedByteIsSurvived)
 {
     const auto whole = OneFile({});
     Use(whole);
@@ -193,16 +201,15 @@ TEST(ZipArchiveTest, EveryDamagedByteIsSurvived)
     }
 }
 
-TEST(ZipArchiveTest, MemoryThatIsNoArchiveFailsInsteadOfReadingTheFolder)
+TEST_F(ZipArchiveTest, MemoryThatIsNoArchiveFailsInsteadOfReadingTheFolder)
 {
-    test::TempFolder folder;
     folder.Write(L"a.xml", std::string_view("<a v=\"file\"/>"));
     CPaintManagerUI::SetResourcePath(folder.Path().c_str());
     Use(std::string(100, 'x'));
     EXPECT_EQ(Read(L"a.xml"), L"! the archive in memory is damaged");
 }
 
-TEST(ZipArchiveTest, MemoryIsCopied)
+TEST_F(ZipArchiveTest, MemoryIsCopied)
 {
     auto archive = OneFile({});
     CPaintManagerUI::SetResourceZip(archive.data(), static_cast<unsigned int>(archive.size()));
@@ -210,9 +217,8 @@ TEST(ZipArchiveTest, MemoryIsCopied)
     EXPECT_EQ(Read(L"a.xml"), L"value");
 }
 
-TEST(ZipArchiveTest, FileBelowTheResourcePathIsReadCachedOrNot)
+TEST_F(ZipArchiveTest, FileBelowTheResourcePathIsReadCachedOrNot)
 {
-    test::TempFolder folder;
     folder.Write(L"skin.zip", OneFile({}));
     CPaintManagerUI::SetResourcePath(folder.Path().c_str());
     for (const bool cached : {false, true}) {
@@ -221,12 +227,10 @@ TEST(ZipArchiveTest, FileBelowTheResourcePathIsReadCachedOrNot)
         EXPECT_EQ(Read(L"a.xml"), L"value");
         EXPECT_EQ(Read(L"a.xml"), L"value");
     }
-    CPaintManagerUI::SetResourceZip(L"");
 }
 
-TEST(ZipArchiveTest, ArchiveThatIsNotCachedMayBeReplaced)
+TEST_F(ZipArchiveTest, ArchiveThatIsNotCachedMayBeReplaced)
 {
-    test::TempFolder folder;
     folder.Write(L"skin.zip", OneFile({}));
     CPaintManagerUI::SetResourcePath(folder.Path().c_str());
     CPaintManagerUI::SetResourceZip(L"skin.zip");
@@ -235,20 +239,18 @@ TEST(ZipArchiveTest, ArchiveThatIsNotCachedMayBeReplaced)
     EXPECT_EQ(Read(L"a.xml"), L"other");
 }
 
-TEST(ZipArchiveTest, MissingArchiveFailsReadably)
+TEST_F(ZipArchiveTest, MissingArchiveFailsReadably)
 {
-    test::TempFolder folder;
     CPaintManagerUI::SetResourcePath(folder.Path().c_str());
     CPaintManagerUI::SetResourceZip(L"none.zip");
     EXPECT_EQ(Read(L"a.xml"), L"! " + folder.Path() + L"none.zip: the archive cannot be opened");
 }
 
-TEST(ZipArchiveTest, ThreadsMayReadOneArchiveTogether)
+TEST_F(ZipArchiveTest, ThreadsMayReadOneArchiveTogether)
 {
     ZipWriter zip;
     for (int i = 0; i < 20; ++i)
         zip.Add(std::to_string(i) + ".xml", Skin(std::string(2000, static_cast<char>('a' + i))));
-    test::TempFolder folder;
     folder.Write(L"skin.zip", zip.Finish());
     CPaintManagerUI::SetResourcePath(folder.Path().c_str());
     CPaintManagerUI::SetResourceZip(L"skin.zip", true);
@@ -268,5 +270,4 @@ TEST(ZipArchiveTest, ThreadsMayReadOneArchiveTogether)
         }
     }
     EXPECT_EQ(right, 400);
-    CPaintManagerUI::SetResourceZip(L"");
 }
