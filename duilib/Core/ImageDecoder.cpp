@@ -6,48 +6,16 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
+#include "Core/FileBytes.h"
 #include "Core/Svg.h"
+#include "Core/TgaDecoder.h"
 #include "win32/GdiPlus.h"
 
 namespace DuiLib {
 
 namespace {
-
-// Reads numbers out of a file's bytes; beyond the end everything is 0.
-class Bytes {
-public:
-    explicit Bytes(std::span<const BYTE> data) : m_data(data) {}
-
-    std::size_t Size() const { return m_data.size(); }
-
-    unsigned At(std::size_t index) const { return index < m_data.size() ? m_data[index] : 0; }
-
-    unsigned Little16(std::size_t index) const { return At(index) | At(index + 1) << 8; }
-
-    unsigned Big16(std::size_t index) const { return At(index) << 8 | At(index + 1); }
-
-    unsigned Little32(std::size_t index) const
-    {
-        return Little16(index) | Little16(index + 2) << 16;
-    }
-
-    unsigned Big32(std::size_t index) const { return Big16(index) << 16 | Big16(index + 2); }
-
-    bool StartsWith(std::string_view text, std::size_t index = 0) const
-    {
-        return index + text.size() <= m_data.size() &&
-               std::memcmp(m_data.data() + index, text.data(), text.size()) == 0;
-    }
-
-    std::span<const BYTE> From(std::size_t index) const
-    {
-        return m_data.subspan(std::min(index, m_data.size()));
-    }
-
-private:
-    std::span<const BYTE> m_data;
-};
 
 constexpr std::string_view kPngSignature("\x89PNG\r\n\x1a\n", 8);
 constexpr std::string_view kIconSignature("\0\0\1\0", 4);
@@ -58,7 +26,7 @@ struct HeaderSize {
 };
 
 // The size stands in the first of the segments that begin a frame.
-std::optional<HeaderSize> JpegSize(const Bytes& file)
+std::optional<HeaderSize> JpegSize(const FileBytes& file)
 {
     std::size_t at = 2;
     while (at + 9 < file.Size()) {
@@ -82,7 +50,7 @@ std::optional<HeaderSize> JpegSize(const Bytes& file)
 }
 
 // The information header of a bitmap, in a file of its own or in an icon.
-HeaderSize BitmapHeaderSize(const Bytes& file, std::size_t at)
+HeaderSize BitmapHeaderSize(const FileBytes& file, std::size_t at)
 {
     constexpr unsigned kCoreHeaderBytes = 12;
     if (file.Little32(at) == kCoreHeaderBytes)
@@ -92,8 +60,38 @@ HeaderSize BitmapHeaderSize(const Bytes& file, std::size_t at)
     return {width, std::abs(static_cast<std::int64_t>(height))};
 }
 
+// A bitmap resource is a bitmap file without its file header.
+bool IsHeaderlessBitmap(const FileBytes& file)
+{
+    constexpr unsigned kInfoHeaderBytes = 40;
+    return file.Little32(0) == kInfoHeaderBytes && file.Little16(12) == 1;
+}
+
+std::vector<BYTE> WithFileHeader(std::span<const BYTE> data)
+{
+    constexpr unsigned kFileHeaderBytes = 14;
+    constexpr unsigned kChannelMasksBytes = 12;
+    const FileBytes file(data);
+    const unsigned bits = file.Little16(14);
+    const unsigned largestTable = bits <= 8 ? 1u << bits : 0;
+    const unsigned used = file.Little32(32);
+    const unsigned colours = used == 0 ? largestTable : std::min(used, 256u);
+    const unsigned masks = file.Little32(16) == BI_BITFIELDS ? kChannelMasksBytes : 0;
+
+    std::vector<BYTE> whole{'B', 'M'};
+    const auto append = [&whole](std::size_t value) {
+        for (int shift = 0; shift < 32; shift += 8)
+            whole.push_back(static_cast<BYTE>(value >> shift));
+    };
+    append(kFileHeaderBytes + data.size());
+    append(0);
+    append(kFileHeaderBytes + file.Little32(0) + masks + colours * 4);
+    whole.insert(whole.end(), data.begin(), data.end());
+    return whole;
+}
+
 // What an icon's largest picture says of itself.
-HeaderSize IconSize(const Bytes& file)
+HeaderSize IconSize(const FileBytes& file)
 {
     constexpr std::size_t kDirectoryBytes = 6;
     constexpr std::size_t kEntryBytes = 16;
@@ -113,7 +111,7 @@ HeaderSize IconSize(const Bytes& file)
     return largest;
 }
 
-std::optional<HeaderSize> FindHeaderSize(const Bytes& file)
+std::optional<HeaderSize> FindHeaderSize(const FileBytes& file)
 {
     if (file.StartsWith(kPngSignature))
         return HeaderSize{file.Big32(16), file.Big32(20)};
@@ -123,6 +121,8 @@ std::optional<HeaderSize> FindHeaderSize(const Bytes& file)
         return HeaderSize{file.Little16(6), file.Little16(8)};
     if (file.StartsWith("BM"))
         return BitmapHeaderSize(file, 14);
+    if (IsHeaderlessBitmap(file))
+        return BitmapHeaderSize(file, 0);
     if (file.StartsWith(kIconSignature))
         return IconSize(file);
     return std::nullopt;
@@ -142,19 +142,6 @@ std::wstring CheckSize(std::int64_t width, std::int64_t height)
 std::span<BYTE> PixelBytes(const DecodedPicture& picture)
 {
     return {picture.bits, std::size_t{4} * picture.width * picture.height};
-}
-
-void Premultiply(DecodedPicture& picture)
-{
-    const auto bytes = PixelBytes(picture);
-    for (std::size_t at = 0; at < bytes.size(); at += 4) {
-        BYTE* pixel = bytes.data() + at;
-        const unsigned alpha = pixel[3];
-        if (alpha == 255)
-            continue;
-        for (int channel = 0; channel < 3; channel++)
-            pixel[channel] = static_cast<BYTE>((pixel[channel] * alpha + 127) / 255);
-    }
 }
 
 // Takes the masked pixels out and finds out whether the picture is opaque.
@@ -231,173 +218,20 @@ DecodedPicture DecodeWithGdiplus(std::span<const BYTE> data, std::wstring& failu
     return picture;
 }
 
-// The Truevision format: it has no signature, so every field of the header must make sense.
-class TgaReader {
-public:
-    explicit TgaReader(std::span<const BYTE> data) : m_file(data)
-    {
-        m_type = m_file.At(2);
-        m_mapLength = m_file.Little16(5);
-        m_mapFirst = m_file.Little16(3);
-        m_mapDepth = m_file.At(7);
-        m_width = static_cast<int>(m_file.Little16(12));
-        m_height = static_cast<int>(m_file.Little16(14));
-        m_depth = m_file.At(16);
-        m_attributeBits = m_file.At(17) & 0x0F;
-        m_rightToLeft = (m_file.At(17) & 0x10) != 0;
-        m_topDown = (m_file.At(17) & 0x20) != 0;
-        m_mapAt = kHeaderBytes + m_file.At(0);
-        m_at = m_mapAt + (HasMap() ? std::size_t{m_mapLength} * BytesOf(m_mapDepth) : 0);
-    }
-
-    bool IsTga() const
-    {
-        if (m_file.Size() < kHeaderBytes || m_file.At(1) > 1)
-            return false;
-        switch (Layout()) {
-        case kMapped:
-            return HasMap() && m_depth == 8 && IsColourDepth(m_mapDepth);
-        case kTrueColour:
-            return IsColourDepth(m_depth);
-        case kGrey:
-            return m_depth == 8;
-        default:
-            return false;
-        }
-    }
-
-    DecodedPicture Decode(std::wstring& failure)
-    {
-        auto picture = CreatePicture(m_width, m_height, failure);
-        if (picture.bitmap == nullptr)
-            return {};
-
-        const bool decoded = (m_type & kRunLength) != 0 ? ReadRuns(picture) : ReadPlain(picture);
-        if (!decoded) {
-            failure = L"the file is cut short";
-            return {};
-        }
-        Premultiply(picture);
-        return picture;
-    }
-
-private:
-    static constexpr std::size_t kHeaderBytes = 18;
-    static constexpr unsigned kMapped = 1;
-    static constexpr unsigned kTrueColour = 2;
-    static constexpr unsigned kGrey = 3;
-    static constexpr unsigned kRunLength = 8;
-
-    using Pixel = std::array<BYTE, 4>;
-
-    static bool IsColourDepth(unsigned bits)
-    {
-        return bits == 15 || bits == 16 || bits == 24 || bits == 32;
-    }
-
-    static std::size_t BytesOf(unsigned bits) { return (bits + 7) / 8; }
-
-    unsigned Layout() const { return m_type & ~kRunLength; }
-
-    bool HasMap() const { return m_file.At(1) == 1; }
-
-    Pixel ReadColour(std::size_t at, unsigned bits) const
-    {
-        const auto byte = [&](std::size_t offset) {
-            return static_cast<BYTE>(m_file.At(at + offset));
-        };
-        if (bits <= 16) {
-            const unsigned value = m_file.Little16(at);
-            const auto widen = [value](unsigned shift) {
-                const unsigned five = value >> shift & 0x1F;
-                return static_cast<BYTE>(five << 3 | five >> 2);
-            };
-            const bool opaque = m_attributeBits == 0 || bits == 15 || (value & 0x8000) != 0;
-            return {widen(0), widen(5), widen(10), static_cast<BYTE>(opaque ? 255 : 0)};
-        }
-        const bool hasAlpha = bits == 32 && m_attributeBits != 0;
-        return {byte(0), byte(1), byte(2), hasAlpha ? byte(3) : BYTE{255}};
-    }
-
-    bool ReadPixel(Pixel& pixel)
-    {
-        const auto bytes = BytesOf(m_depth);
-        if (m_at + bytes > m_file.Size())
-            return false;
-        const unsigned value = m_file.At(m_at);
-        if (Layout() == kGrey) {
-            const auto grey = static_cast<BYTE>(value);
-            pixel = {grey, grey, grey, 255};
-        } else if (Layout() == kMapped) {
-            if (value < m_mapFirst || value - m_mapFirst >= m_mapLength)
-                return false;
-            const auto entry = (value - m_mapFirst) * BytesOf(m_mapDepth);
-            pixel = ReadColour(m_mapAt + entry, m_mapDepth);
-        } else {
-            pixel = ReadColour(m_at, m_depth);
-        }
-        m_at += bytes;
-        return true;
-    }
-
-    void Put(const DecodedPicture& picture, std::int64_t index, const Pixel& pixel) const
-    {
-        auto column = index % m_width;
-        auto row = index / m_width;
-        if (m_rightToLeft)
-            column = m_width - 1 - column;
-        if (!m_topDown)
-            row = m_height - 1 - row;
-        std::memcpy(picture.bits + (row * m_width + column) * 4, pixel.data(), pixel.size());
-    }
-
-    bool ReadPlain(const DecodedPicture& picture)
-    {
-        const auto count = static_cast<std::int64_t>(m_width) * m_height;
-        Pixel pixel{};
-        for (std::int64_t index = 0; index < count; index++) {
-            if (!ReadPixel(pixel))
-                return false;
-            Put(picture, index, pixel);
-        }
-        return true;
-    }
-
-    bool ReadRuns(const DecodedPicture& picture)
-    {
-        const auto count = static_cast<std::int64_t>(m_width) * m_height;
-        Pixel pixel{};
-        for (std::int64_t index = 0; index < count;) {
-            if (m_at >= m_file.Size())
-                return false;
-            const unsigned packet = m_file.At(m_at++);
-            const bool repeated = (packet & 0x80) != 0;
-            const auto end = std::min<std::int64_t>(count, index + (packet & 0x7F) + 1);
-            for (auto first = index; index < end; index++) {
-                if ((!repeated || index == first) && !ReadPixel(pixel))
-                    return false;
-                Put(picture, index, pixel);
-            }
-        }
-        return true;
-    }
-
-    Bytes m_file;
-    unsigned m_type = 0;
-    unsigned m_mapFirst = 0;
-    unsigned m_mapLength = 0;
-    unsigned m_mapDepth = 0;
-    int m_width = 0;
-    int m_height = 0;
-    unsigned m_depth = 0;
-    unsigned m_attributeBits = 0;
-    bool m_rightToLeft = false;
-    bool m_topDown = false;
-    std::size_t m_mapAt = 0;
-    std::size_t m_at = 0;
-};
-
 } // namespace
+
+void Premultiply(const DecodedPicture& picture)
+{
+    const auto bytes = PixelBytes(picture);
+    for (std::size_t at = 0; at < bytes.size(); at += 4) {
+        BYTE* pixel = bytes.data() + at;
+        const unsigned alpha = pixel[3];
+        if (alpha == 255)
+            continue;
+        for (int channel = 0; channel < 3; channel++)
+            pixel[channel] = static_cast<BYTE>((pixel[channel] * alpha + 127) / 255);
+    }
+}
 
 DecodedPicture CreatePicture(std::int64_t width, std::int64_t height, std::wstring& failure)
 {
@@ -442,7 +276,7 @@ bool IsMarkup(std::span<const BYTE> data)
 
 std::wstring CheckHeaderSize(std::span<const BYTE> data)
 {
-    const auto size = FindHeaderSize(Bytes(data));
+    const auto size = FindHeaderSize(FileBytes(data));
     return size ? CheckSize(size->width, size->height) : std::wstring();
 }
 
@@ -467,6 +301,12 @@ DecodedPicture DecodePicture(std::span<const BYTE> data, DWORD mask, int scale,
         return {};
     }
 
+    std::vector<BYTE> whole;
+    if (IsHeaderlessBitmap(FileBytes(data))) {
+        whole = WithFileHeader(data);
+        data = whole;
+    }
+
     DecodedPicture picture;
     if (IsMarkup(data)) {
         picture = DrawSvg(data, scale, failure);
@@ -474,10 +314,9 @@ DecodedPicture DecodePicture(std::span<const BYTE> data, DWORD mask, int scale,
         failure = CheckHeaderSize(data);
         if (!failure.empty())
             return {};
-        const bool signature = FindHeaderSize(Bytes(data)).has_value();
-        TgaReader tga(data);
+        const bool signature = FindHeaderSize(FileBytes(data)).has_value();
         picture =
-            !signature && tga.IsTga() ? tga.Decode(failure) : DecodeWithGdiplus(data, failure);
+            !signature && IsTga(data) ? DecodeTga(data, failure) : DecodeWithGdiplus(data, failure);
     }
     if (picture.bitmap != nullptr)
         ApplyMask(picture, mask);

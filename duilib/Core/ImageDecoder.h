@@ -34,6 +34,9 @@ DecodedPicture DecodePicture(std::span<const BYTE> data, DWORD mask, int scale,
 // An empty (transparent) picture; without a bitmap when the size is absurd.
 DecodedPicture CreatePicture(std::int64_t width, std::int64_t height, std::wstring& failure);
 
+// Multiplies the colours by their alpha.
+void Premultiply(const DecodedPicture& picture);
+
 // Whether the content is text that begins with markup.
 bool IsMarkup(std::span<const BYTE> data);
 

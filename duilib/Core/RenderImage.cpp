@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cwchar>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -250,20 +252,38 @@ struct PictureParts {
     }
 };
 
+// The pixels of a bitmap in the order and form of GDI+; null when it is no 32-bit DIB section.
+std::unique_ptr<Gdiplus::Bitmap> ViewOf(const TImageInfo& image)
+{
+    DIBSECTION section{};
+    const int size = ::GetObjectW(image.hBitmap, sizeof section, &section);
+    if (size != static_cast<int>(sizeof section) || section.dsBm.bmBitsPixel != 32)
+        return nullptr;
+
+    const int width = section.dsBm.bmWidth;
+    const int height = section.dsBm.bmHeight;
+    auto* first = static_cast<BYTE*>(section.dsBm.bmBits);
+    int stride = width * 4;
+    // Whoever made a picture of his own may have begun with the last row.
+    const bool bottomUp = image.pBits == nullptr && section.dsBmih.biHeight > 0;
+    if (bottomUp) {
+        first += std::ptrdiff_t{stride} * (height - 1);
+        stride = -stride;
+    }
+    const auto format = image.bAlpha ? PixelFormat32bppPARGB : PixelFormat32bppRGB;
+    return std::make_unique<Gdiplus::Bitmap>(width, height, stride, format, first);
+}
+
 // Draws with GDI+, also a picture that was decoded to a bitmap. False when its pixels are not at
 // hand.
 bool DrawWithGdiplus(HDC dc, const TImageInfo& image, const RECT& to, const RECT& paint,
                      const RECT& part, const TDrawInfo& info)
 {
-    if (image.pImage != nullptr) {
-        CRenderEngine::GdiplusDrawImage(dc, image.pImage, to, paint, part, image.bAlpha, info.uFade,
-                                        info.uRotate);
-        return true;
-    }
-    if (image.pBits == nullptr)
+    const auto view = image.pImage == nullptr ? ViewOf(image) : nullptr;
+    auto* const picture = view != nullptr ? view.get() : image.pImage;
+    if (picture == nullptr)
         return false;
-    Gdiplus::Bitmap bitmap(image.nX, image.nY, image.nX * 4, PixelFormat32bppPARGB, image.pBits);
-    CRenderEngine::GdiplusDrawImage(dc, &bitmap, to, paint, part, image.bAlpha, info.uFade,
+    CRenderEngine::GdiplusDrawImage(dc, picture, to, paint, part, image.bAlpha, info.uFade,
                                     info.uRotate);
     return true;
 }
@@ -376,8 +396,10 @@ bool CRenderEngine::DrawImageInfo(HDC dc, CPaintManagerUI* manager, const RECT& 
         DrawWithGdiplus(dc, *image, to, paint, parts.source, *info))
         return true;
 
-    // The bitmap of a layered window keeps its alpha only when pictures are blended into it.
-    const bool alpha = image->bAlpha || manager->IsLayered();
+    // The bitmap of a layered window keeps its alpha only when pictures are blended into it. Those
+    // of the application need not have any.
+    const bool decoded = image->pBits != nullptr;
+    const bool alpha = image->bAlpha || (decoded && manager->IsLayered());
     DrawImage(dc, image->hBitmap, to, paint, parts.source, parts.corners, alpha, info->uFade,
               info->bHole, info->bTiledX, info->bTiledY);
     return true;

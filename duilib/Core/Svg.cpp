@@ -24,7 +24,7 @@ constexpr int kBandSamples = 4 * 1024 * 1024;
 constexpr double kTolerance = 0.25; // of curves, in samples
 
 constexpr std::size_t kLargestFile = 4 * 1024 * 1024;
-constexpr double kLargestSide = 32768;        // pixels
+constexpr double kLargestSide = 8192;         // pixels
 constexpr double kFarthestCoordinate = 4.0e6; // samples; GDI+ computes in fixed point
 
 // An area in one colour, in samples.

@@ -149,6 +149,34 @@ TEST_F(ImageDecoderTest, BitmapFileDecodesOpaque)
     EXPECT_EQ(PixelsOf(*image), FourColours(6));
 }
 
+TEST_F(ImageDecoderTest, BitmapWithoutItsFileHeaderDecodes)
+{
+    auto resource = Bmp(FourColours(6));
+    resource.erase(resource.begin(), resource.begin() + 14);
+    Write(L"a.bin", resource);
+    const auto image = Load(L"a.bin");
+    ASSERT_NE(image, nullptr);
+    EXPECT_EQ(PixelsOf(*image), FourColours(6));
+}
+
+TEST_F(ImageDecoderTest, PalettedBitmapWithoutItsFileHeaderDecodes)
+{
+    // Two pixels of one bit each: the second colour, then the first.
+    Bytes resource(40, 0);
+    resource[0] = 40;
+    resource[4] = 2;
+    resource[8] = 1;
+    resource[12] = 1;
+    resource[14] = 1;
+    for (const int byte : {0, 0, 255, 0, 255, 0, 0, 0, 0x80, 0, 0, 0})
+        resource.push_back(static_cast<unsigned char>(byte));
+    Write(L"a.bin", resource);
+    const auto image = Load(L"a.bin");
+    ASSERT_NE(image, nullptr);
+    EXPECT_EQ(PixelOf(*image, 0, 0), kBlue);
+    EXPECT_EQ(PixelOf(*image, 1, 0), kRed);
+}
+
 TEST_F(ImageDecoderTest, JpegDecodes)
 {
     Write(L"a.jpg", Encoded(Picture(16, 8, Argb{0xFF3060C0}), L"image/jpeg"));

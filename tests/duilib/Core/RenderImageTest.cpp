@@ -3,8 +3,6 @@
 #include "support/ImportHook.h"
 #include "support/ObjectCounters.h"
 
-#include <cstring>
-
 namespace {
 
 using namespace test;
@@ -529,18 +527,39 @@ TEST_F(RenderImageTest, GdiplusFadesAndStaysInThePaintRectangle)
     ExpectBounds(canvas.Take(), {4, 5, 9, 10});
 }
 
-TEST_F(RenderImageTest, BitmapOfTheApplicationIsDrawnToo)
+// A bottom-up bitmap of 20 x 20 whose upper half is red and whose lower half is blue.
+HBITMAP RedOverBlue(DWORD alpha)
 {
     BYTE* bits = nullptr;
-    const HBITMAP bitmap = CRenderEngine::CreateARGB32Bitmap(nullptr, 4, 4, &bits);
-    std::memset(bits, 0xFF, 4 * 4 * 4);
-    ASSERT_NE(manager.AddImage(L"made", bitmap, 4, 4, true), nullptr);
-    Canvas canvas(20, 20, kBlack);
-    EXPECT_TRUE(CRenderEngine::DrawImageString(canvas.Dc(), &manager, {0, 0, 20, 20},
-                                               {0, 0, 20, 20}, L"made"));
-    EXPECT_TRUE(CRenderEngine::DrawImageString(canvas.Dc(), &manager, {0, 0, 20, 20},
-                                               {0, 0, 20, 20}, L"file='made' rotate='90'"));
-    EXPECT_EQ(canvas.Take(), Picture(20, 20, kWhite));
+    const HBITMAP bitmap = CRenderEngine::CreateARGB32Bitmap(nullptr, 20, 20, &bits);
+    auto* const pixels = reinterpret_cast<DWORD*>(bits);
+    for (int index = 0; index < 400; index++)
+        pixels[index] = alpha | (index < 200 ? 0x0000FF : 0xFF0000);
+    return bitmap;
+}
+
+TEST_F(RenderImageTest, BitmapOfTheApplicationIsDrawnToo)
+{
+    ASSERT_NE(manager.AddImage(L"made", RedOverBlue(0xFF000000), 20, 20, true), nullptr);
+    ASSERT_NE(manager.AddImage(L"opaque", RedOverBlue(0), 20, 20, false), nullptr);
+    for (const std::wstring name : {L"made", L"opaque"}) {
+        SCOPED_TRACE(testing::PrintToString(name));
+        const auto plain = DrawString(name.c_str());
+        EXPECT_EQ(plain.At(10, 5), kRed);
+        EXPECT_EQ(plain.At(10, 15), kBlue);
+        const auto turned = DrawString((L"file='" + name + L"' rotate='90'").c_str());
+        EXPECT_EQ(turned.At(15, 10), kRed);
+        EXPECT_EQ(turned.At(5, 10), kBlue);
+    }
+}
+
+TEST_F(RenderImageTest, BitmapWithoutAlphaFadesByItsColoursOnly)
+{
+    ASSERT_NE(manager.AddImage(L"opaque", RedOverBlue(0), 20, 20, false), nullptr);
+    const auto faded = DrawString(L"file='opaque' fade='128'");
+    const auto colour = faded.At(10, 5).value;
+    EXPECT_NEAR(static_cast<double>(colour >> 16 & 0xFF), 255, 1);
+    EXPECT_NEAR(static_cast<double>(colour & 0xFF), 127, 1);
 }
 
 TEST_F(RenderImageTest, SteadyDrawingMakesNothing)
