@@ -291,10 +291,17 @@ TEST_F(WindowBaseMessagesTest, AHandledDpiChangeEndsTheTimerMessage)
 
 TEST_F(WindowBaseMessagesTest, ATimerOfADeadWindowIsPassedOn)
 {
+    struct Dead {
+        static BOOL WINAPI IsWindow(HWND) { return FALSE; }
+    };
     window.AnnounceDpi(120);
-    window.Destroy();
     Forget();
-    window.HandleMessage(WM_TIMER, 3257, 0);
+    {
+        // Dead for the library alone, so that what it passes on can be seen.
+        const ImportHook hook(L"Quillet.dll", "USER32.dll", "IsWindow", &Dead::IsWindow);
+        ASSERT_TRUE(static_cast<bool>(hook));
+        window.Send(WM_TIMER, 3257);
+    }
     EXPECT_TRUE(window.m_bDpiChangePending);
     EXPECT_TRUE(debug.Lines().empty());
     EXPECT_TRUE(window.Saw(WM_TIMER));
