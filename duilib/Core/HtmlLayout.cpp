@@ -1,5 +1,6 @@
 #include "Core/HtmlLayout.h"
 
+#include "Core/GdiplusText.h"
 #include "Core/TextCache.h"
 #include "Core/UIDefine.h"
 #include "Core/UIManager.h"
@@ -15,6 +16,7 @@ namespace DuiLib {
 namespace {
 
 constexpr std::wstring_view kDots = L"...";
+constexpr std::size_t kLongestCharacter = 8; // code units, with its marks
 
 // More fonts than any skin has: a text that asks for yet another one gets the font it started from,
 // so no text can use up the system's handles.
@@ -84,16 +86,13 @@ void MeasureFont(HDC dc, HtmlFontUse& use)
 // GDI+ spaces characters in its own way; each then gets its share of the difference.
 double GdiplusStretch(HDC dc, HFONT font, std::wstring_view text, int gdiWidth)
 {
-    const Gdiplus::Font gdiplusFont(dc, font);
-    if (gdiWidth <= 0 || !gdiplusFont.IsAvailable())
+    const auto gdiplusFont = MakeGdiplusFont(dc, font);
+    if (gdiWidth <= 0 || !gdiplusFont)
         return 1.0;
     const Gdiplus::Graphics graphics(dc);
-    Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
-    format.SetFormatFlags(Gdiplus::StringFormatFlagsMeasureTrailingSpaces |
-                          Gdiplus::StringFormatFlagsNoWrap | Gdiplus::StringFormatFlagsNoClip);
     Gdiplus::RectF bounds;
-    graphics.MeasureString(text.data(), static_cast<INT>(text.size()), &gdiplusFont,
-                           Gdiplus::PointF(0, 0), &format, &bounds);
+    graphics.MeasureString(text.data(), static_cast<INT>(text.size()), gdiplusFont.get(),
+                           Gdiplus::PointF(0, 0), MakePieceFormat().get(), &bounds);
     return bounds.Width / gdiWidth;
 }
 
@@ -242,36 +241,44 @@ private:
             m_opportunity = unit + 1;
     }
 
-    // Blanks at the end of a line may hang over its edge.
+    // Blanks at the end of a line may hang over its edge. What belongs to a character stays with
+    // it.
     bool Overflows(std::size_t unit, bool isText) const
     {
+        if (isText && IsContinuation(m_content.text[unit]))
+            return false;
         const bool hangs =
             (m_breaksWords || m_isSingleLine) && isText && m_content.text[unit] == L' ';
-        const bool hasWidth = m_reach[unit + 1] > m_reach[unit];
-        return !hangs && hasWidth && m_reach[unit + 1] - m_reach[m_start] > m_width;
+        const int end = m_reach[isText ? EndOfCharacter(unit) : unit + 1];
+        return !hangs && end > m_reach[unit] && end - m_reach[m_start] > m_width;
     }
 
     std::size_t NextLineStart(std::size_t unit) const
     {
-        if (m_breaksWords && m_opportunity > m_start)
-            return m_opportunity;
-        return StartOfCharacter(unit);
+        return m_breaksWords && m_opportunity > m_start ? m_opportunity : unit;
+    }
+
+    std::size_t EndOfCharacter(std::size_t unit) const
+    {
+        std::size_t end = unit + 1;
+        while (end - unit < kLongestCharacter && end < m_content.text.size() &&
+               IsContinuation(m_content.text[end]))
+            ++end;
+        return end;
     }
 
     std::size_t StartOfCharacter(std::size_t unit) const
     {
-        constexpr std::size_t kLongestCharacter = 8; // with its marks
         std::size_t start = unit;
         while (unit - start < kLongestCharacter && start > m_start &&
                IsContinuation(m_content.text[start]))
             --start;
-        const bool isWhole = start > m_start && !IsContinuation(m_content.text[start]);
-        return isWhole ? start : unit;
+        return start;
     }
 
     void CutLine(std::size_t unit, int lineExtra)
     {
-        std::size_t end = StartOfCharacter(unit);
+        std::size_t end = unit;
         std::size_t style = StyleOf(end);
         if (m_hasEllipsis) {
             while (end > m_start &&

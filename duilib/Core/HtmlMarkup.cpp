@@ -368,11 +368,13 @@ private:
         if (isNew)
             m_content.fonts.push_back(std::move(font));
         const Paint paint = CurrentPaint();
-        m_content.styles.push_back({.font = entry->second,
-                                    .colorSource = paint.source,
-                                    .color = paint.color,
-                                    .link = m_links.empty() ? -1 : m_links.back().value,
-                                    .selected = !m_selected.empty()});
+        const HtmlStyle style{.font = entry->second,
+                              .colorSource = paint.source,
+                              .color = paint.color,
+                              .link = m_links.empty() ? -1 : m_links.back().value,
+                              .selected = !m_selected.empty()};
+        if (m_content.styles.empty() || m_content.styles.back() != style)
+            m_content.styles.push_back(style);
         m_isStyleKnown = true;
         return m_content.styles.size() - 1;
     }

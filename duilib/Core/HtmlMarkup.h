@@ -35,6 +35,8 @@ struct HtmlStyle {
     DWORD color = 0; // HtmlColor::OfTag
     int link = -1;   // in HtmlContent::links
     bool selected = false;
+
+    bool operator==(const HtmlStyle&) const = default;
 };
 
 struct HtmlPicture {

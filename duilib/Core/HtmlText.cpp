@@ -1,6 +1,7 @@
 #include "Core/HtmlText.h"
 
 #include "Core/DrawingColor.h"
+#include "Core/GdiplusText.h"
 #include "Core/HtmlLayout.h"
 #include "Core/TextCache.h"
 #include "Core/UIManager.h"
@@ -213,29 +214,25 @@ private:
 
 class GdiplusWriter : public TextWriter {
 public:
-    GdiplusWriter(HDC dc, int renderingHint)
-        : m_dc(dc), m_graphics(dc), m_format(Gdiplus::StringFormat::GenericTypographic())
+    GdiplusWriter(HDC dc, int renderingHint) : m_dc(dc), m_graphics(dc), m_format(MakePieceFormat())
     {
         m_graphics.SetTextRenderingHint(static_cast<Gdiplus::TextRenderingHint>(renderingHint));
-        m_format.SetFormatFlags(Gdiplus::StringFormatFlagsMeasureTrailingSpaces |
-                                Gdiplus::StringFormatFlagsNoWrap |
-                                Gdiplus::StringFormatFlagsNoClip);
     }
 
     void Write(HFONT font, DWORD color, int x, int y, std::wstring_view text) override
     {
         if (std::exchange(m_handle, font) != font)
-            m_font = std::make_unique<Gdiplus::Font>(m_dc, font);
+            m_font = MakeGdiplusFont(m_dc, font);
         const Gdiplus::SolidBrush brush{Gdiplus::Color(Opaque(color))};
         const Gdiplus::PointF place(static_cast<Gdiplus::REAL>(x), static_cast<Gdiplus::REAL>(y));
-        const auto length = static_cast<INT>(text.size());
-        m_graphics.DrawString(text.data(), length, m_font.get(), place, &m_format, &brush);
+        m_graphics.DrawString(text.data(), static_cast<INT>(text.size()), m_font.get(), place,
+                              m_format.get(), &brush);
     }
 
 private:
     HDC m_dc;
     Gdiplus::Graphics m_graphics;
-    Gdiplus::StringFormat m_format;
+    std::unique_ptr<Gdiplus::StringFormat> m_format;
     HFONT m_handle = nullptr;
     std::unique_ptr<Gdiplus::Font> m_font;
 };
@@ -387,8 +384,7 @@ void CRenderEngine::DrawHtmlText(HDC dc, CPaintManagerUI* manager, RECT& rect, L
     if (!dc || !manager || !text || ::IsRectEmpty(&rect))
         return;
 
-    const bool usesGdiplus = manager->IsLayered() || manager->IsUseGdiplusText();
-    const auto meter = usesGdiplus ? HtmlMeter::Gdiplus : HtmlMeter::Gdi;
+    const auto meter = DrawsTextWithGdiplus(*manager) ? HtmlMeter::Gdiplus : HtmlMeter::Gdi;
     const auto layout =
         GetLayout(dc, {manager, manager->GetFont(font), static_cast<int>(rect.right - rect.left),
                        style & kBreakingStyles, meter, text});

@@ -1,12 +1,12 @@
 #include "Core/UIRender.h"
 
 #include "Core/DrawingColor.h"
+#include "Core/GdiplusText.h"
 #include "Core/HtmlText.h"
 #include "Core/TextCache.h"
 #include "Core/UIManager.h"
 
 #include <algorithm>
-#include <cmath>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -168,10 +168,11 @@ private:
     UINT m_extraStyle = 0;
 };
 
-int DrawPlain(HDC dc, std::wstring_view text, RECT& rect, UINT style)
+void DrawPlain(HDC dc, std::wstring_view text, RECT& rect, UINT style)
 {
-    return ::DrawTextW(dc, text.data(), static_cast<int>(text.size()), &rect,
-                       style & ~static_cast<UINT>(DT_MODIFYSTRING));
+    // The system measures an empty text only when it is told to look for the end.
+    const int length = text.empty() ? -1 : static_cast<int>(text.size());
+    ::DrawTextW(dc, text.data(), length, &rect, style & ~static_cast<UINT>(DT_MODIFYSTRING));
 }
 
 // Characters that stand one after the other, each with its own width: no control characters, no
@@ -263,119 +264,6 @@ void MeasurePlain(HDC dc, HFONT font, std::wstring_view text, RECT& rect, UINT s
     ::OffsetRect(&rect, origin.x, origin.y);
 }
 
-bool UsesGdiplus(CPaintManagerUI& manager)
-{
-    return manager.IsLayered() || manager.IsUseGdiplusText();
-}
-
-Gdiplus::StringAlignment HorizontalAlignment(UINT style)
-{
-    if (style & DT_CENTER)
-        return Gdiplus::StringAlignmentCenter;
-    return style & DT_RIGHT ? Gdiplus::StringAlignmentFar : Gdiplus::StringAlignmentNear;
-}
-
-// As in GDI, only a single line has a place between top and bottom.
-Gdiplus::StringAlignment VerticalAlignment(UINT style)
-{
-    if (!(style & DT_SINGLELINE))
-        return Gdiplus::StringAlignmentNear;
-    if (style & DT_VCENTER)
-        return Gdiplus::StringAlignmentCenter;
-    return style & DT_BOTTOM ? Gdiplus::StringAlignmentFar : Gdiplus::StringAlignmentNear;
-}
-
-Gdiplus::StringTrimming Trimming(UINT style)
-{
-    if (style & DT_END_ELLIPSIS)
-        return Gdiplus::StringTrimmingEllipsisCharacter;
-    if (style & DT_WORD_ELLIPSIS)
-        return Gdiplus::StringTrimmingEllipsisWord;
-    return style & DT_PATH_ELLIPSIS ? Gdiplus::StringTrimmingEllipsisPath
-                                    : Gdiplus::StringTrimmingNone;
-}
-
-Gdiplus::HotkeyPrefix Prefix(UINT style)
-{
-    if (style & DT_NOPREFIX)
-        return Gdiplus::HotkeyPrefixNone;
-    return style & DT_HIDEPREFIX ? Gdiplus::HotkeyPrefixHide : Gdiplus::HotkeyPrefixShow;
-}
-
-bool Wraps(UINT style)
-{
-    return (style & (DT_WORDBREAK | DT_SINGLELINE)) == DT_WORDBREAK;
-}
-
-void ApplyStyle(Gdiplus::StringFormat& format, UINT style)
-{
-    INT flags =
-        Gdiplus::StringFormatFlagsNoFitBlackBox | Gdiplus::StringFormatFlagsMeasureTrailingSpaces;
-    if (!Wraps(style))
-        flags |= Gdiplus::StringFormatFlagsNoWrap;
-    if (style & (DT_NOCLIP | DT_CALCRECT))
-        flags |= Gdiplus::StringFormatFlagsNoClip;
-    format.SetFormatFlags(flags);
-    format.SetHotkeyPrefix(Prefix(style));
-    if (style & DT_CALCRECT)
-        return;
-    format.SetAlignment(HorizontalAlignment(style));
-    format.SetLineAlignment(VerticalAlignment(style));
-    format.SetTrimming(Trimming(style));
-}
-
-Gdiplus::RectF ToRectF(const RECT& rect)
-{
-    return {static_cast<Gdiplus::REAL>(rect.left), static_cast<Gdiplus::REAL>(rect.top),
-            static_cast<Gdiplus::REAL>(rect.right - rect.left),
-            static_cast<Gdiplus::REAL>(rect.bottom - rect.top)};
-}
-
-// GDI+ breaks lines wherever the text does.
-std::wstring OnOneLine(std::wstring_view text)
-{
-    std::wstring line(text);
-    std::replace_if(
-        line.begin(), line.end(), [](wchar_t c) { return c == L'\r' || c == L'\n'; }, L' ');
-    return line;
-}
-
-// False when GDI+ has no such font: it knows outline fonts only.
-bool DrawWithGdiplus(HDC dc, CPaintManagerUI& manager, HFONT font, std::wstring_view text,
-                     RECT& rect, DWORD color, UINT style)
-{
-    constexpr Gdiplus::REAL kUnbounded = 1 << 20;
-
-    const Gdiplus::Font gdiplusFont(dc, font);
-    if (!gdiplusFont.IsAvailable())
-        return false;
-    Gdiplus::Graphics graphics(dc);
-    graphics.SetTextRenderingHint(
-        static_cast<Gdiplus::TextRenderingHint>(manager.GetGdiplusTextRenderingHint()));
-    Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
-    ApplyStyle(format, style);
-
-    const std::wstring line = style & DT_SINGLELINE ? OnOneLine(text) : std::wstring();
-    const auto shown = style & DT_SINGLELINE ? std::wstring_view(line) : text;
-    const auto length = static_cast<INT>(shown.size());
-    auto area = ToRectF(rect);
-    if (style & DT_CALCRECT) {
-        if (!Wraps(style))
-            area.Width = kUnbounded;
-        area.Height = kUnbounded;
-        Gdiplus::RectF bounds;
-        graphics.MeasureString(shown.data(), length, &gdiplusFont, area, &format, &bounds);
-        rect.right = rect.left + static_cast<LONG>(std::ceil(bounds.Width));
-        rect.bottom = rect.top + static_cast<LONG>(std::ceil(bounds.Height));
-        return true;
-    }
-    if (!(style & DT_NOCLIP))
-        graphics.IntersectClip(area);
-    const Gdiplus::SolidBrush brush{Gdiplus::Color(Opaque(color))};
-    graphics.DrawString(shown.data(), length, &gdiplusFont, area, &format, &brush);
-    return true;
-}
-
 void DrawWithGdi(HDC dc, HFONT font, std::wstring_view text, RECT& rect, DWORD color, UINT style)
 {
     const TextState state(dc, font, color);
@@ -430,7 +318,7 @@ void CRenderEngine::DrawText(HDC dc, CPaintManagerUI* manager, RECT& rect, LPCTS
 {
     if (!dc || !manager || !text)
         return;
-    if (UsesGdiplus(*manager)) {
+    if (DrawsTextWithGdiplus(*manager)) {
         GdiplusDrawText(dc, manager, rect, text, color, font, style);
         return;
     }
@@ -458,7 +346,7 @@ void CRenderEngine::GdiplusDrawText(HDC dc, CPaintManagerUI* manager, RECT& rect
         return;
     const HFONT handle = manager->GetFont(font);
     const UINT shownStyle = style | shown.ExtraStyle();
-    if (!DrawWithGdiplus(dc, *manager, handle, shown.Text(), rect, color, shownStyle))
+    if (!DrawTextWithGdiplus(dc, *manager, handle, shown.Text(), rect, color, shownStyle))
         DrawWithGdi(dc, handle, shown.Text(), rect, color, shownStyle);
 }
 
