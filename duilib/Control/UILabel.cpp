@@ -260,8 +260,8 @@ SIZE CLabelUI::EstimateSize(SIZE available)
         return size;
 
     const MeasureKey key = CurrentMeasureKey();
-    const bool known = !m_bNeedEstimateSize && !IsResourceText() &&
-                       SameSize(available, m_szAvailableLast) && key == m_LastMeasure;
+    const bool known =
+        !m_bNeedEstimateSize && SameSize(available, m_szAvailableLast) && key == m_LastMeasure;
     if (known)
         return m_cxyFixedLast;
 
@@ -283,7 +283,7 @@ SIZE CLabelUI::EstimateSize(SIZE available)
     m_szAvailableLast = available;
     m_cxyFixedLast = size;
     m_LastMeasure = key;
-    m_bNeedEstimateSize = false;
+    m_bNeedEstimateSize = IsResourceText();
     return size;
 }
 

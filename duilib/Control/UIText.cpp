@@ -100,7 +100,7 @@ SIZE CTextUI::EstimateSize(SIZE available)
         return size;
 
     const MeasureKey key = CurrentMeasureKey();
-    const bool known = !m_bNeedEstimateSize && !IsResourceText() && key == m_LastMeasure &&
+    const bool known = !m_bNeedEstimateSize && key == m_LastMeasure &&
                        available.cx == m_szAvailableLast.cx && available.cy == m_szAvailableLast.cy;
     if (known)
         return m_cxyFixedLast;
@@ -117,7 +117,7 @@ SIZE CTextUI::EstimateSize(SIZE available)
     m_szAvailableLast = available;
     m_cxyFixedLast = size;
     m_LastMeasure = key;
-    m_bNeedEstimateSize = false;
+    m_bNeedEstimateSize = IsResourceText();
     return size;
 }
 
