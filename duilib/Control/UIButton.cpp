@@ -1,5 +1,6 @@
 #include "Control/UIButton.h"
 
+#include "Core/BorderEdges.h"
 #include "Core/UIDefine.h"
 #include "Core/UIManager.h"
 #include "Core/UIRender.h"
@@ -37,32 +38,6 @@ int ColumnOf(UINT state, int columns)
     if (Has(state, UISTATE_HOT))
         return kHotColumn;
     return kNormalColumn;
-}
-
-// A line along each side that has a width, inside the rectangle. False when no side has one.
-bool DrawSides(HDC dc, const RECT& item, DWORD color, const RECT& sizes, int style)
-{
-    const LONG left = item.left + sizes.left / 2;
-    const LONG top = item.top + sizes.top / 2;
-    const LONG right = item.right - sizes.right + sizes.right / 2;
-    const LONG bottom = item.bottom - sizes.bottom + sizes.bottom / 2;
-    const struct {
-        LONG size;
-        RECT line;
-    } sides[] = {
-        {sizes.left, {left, item.top, left, item.bottom}},
-        {sizes.top, {item.left, top, item.right, top}},
-        {sizes.right, {right, item.top, right, item.bottom}},
-        {sizes.bottom, {item.left, bottom, item.right, bottom}},
-    };
-    bool drawn = false;
-    for (const auto& side : sides) {
-        if (side.size <= 0)
-            continue;
-        CRenderEngine::DrawLine(dc, side.line, side.size, color, style);
-        drawn = true;
-    }
-    return drawn;
 }
 
 } // namespace
@@ -725,7 +700,9 @@ void CButtonUI::DrawBorder(HDC dc, const RECT& item, const DWORD& color, const i
         CRenderEngine::DrawRoundRect(dc, item, size, round.cx, round.cy, color, style);
         return;
     }
-    if (!DrawSides(dc, item, color, sizes, style) && size > 0)
+    if (sizes.left > 0 || sizes.top > 0 || sizes.right > 0 || sizes.bottom > 0)
+        DrawBorderEdges(dc, item, sizes, color, style);
+    else if (size > 0)
         CRenderEngine::DrawRect(dc, item, size, color, style);
 }
 

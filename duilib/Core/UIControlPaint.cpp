@@ -1,5 +1,6 @@
 #include "Core/UIControl.h"
 
+#include "Core/BorderEdges.h"
 #include "Core/UIManager.h"
 #include "Core/UIRender.h"
 #include "win32/TextParse.h"
@@ -32,7 +33,9 @@ void DrawEdge(HDC dc, const RECT& edge, bool vertical, int size, DWORD color, in
     CRenderEngine::DrawLine(dc, line, size, color, style);
 }
 
-void DrawEdges(HDC dc, const RECT& item, const RECT& sizes, DWORD color, int style)
+} // namespace
+
+void DrawBorderEdges(HDC dc, const RECT& item, const RECT& sizes, DWORD color, int style)
 {
     RECT middle = item; // between the upper and the lower edge, so that no corner is drawn twice
     if (sizes.top > 0) {
@@ -55,8 +58,6 @@ void DrawEdges(HDC dc, const RECT& item, const RECT& sizes, DWORD color, int sty
                  style);
     }
 }
-
-} // namespace
 
 bool CControlUI::Paint(HDC dc, const RECT& paint, CControlUI* stop)
 {
@@ -171,7 +172,7 @@ void CControlUI::PaintBorder(HDC dc)
     const DWORD borderColor = GetAdjustColor(m_dwBorderColor);
     const RECT& sizes = m_rcBorderSize;
     if (sizes.left > 0 || sizes.top > 0 || sizes.right > 0 || sizes.bottom > 0)
-        DrawEdges(dc, m_rcItem, GetBorderRectSize(), borderColor, m_nBorderStyle);
+        DrawBorderEdges(dc, m_rcItem, GetBorderRectSize(), borderColor, m_nBorderStyle);
     else if (size > 0)
         CRenderEngine::DrawRect(dc, m_rcItem, size, borderColor, m_nBorderStyle);
 }
