@@ -386,6 +386,40 @@ TEST_F(ImageDecoderTest, AbsurdBitmapAndGifAndTgaSizesFail)
     EXPECT_NE(FailureOf(L"b.tga").find(L"empty"), std::wstring::npos);
 }
 
+TEST_F(ImageDecoderTest, DamagedFilesGiveAPictureOrAReason)
+{
+    const Bytes files[] = {
+        Png(FourColours(8)),
+        Bmp(FourColours(8)),
+        Encoded(FourColours(8), L"image/gif"),
+        Encoded(FourColours(8), L"image/jpeg"),
+        Tga({.type = 10, .descriptor = 0x20},
+            {0x80, 0, 0, 255, 0x02, 0, 255, 0, 255, 0, 0, 0, 255, 255}),
+        ToBytes(SvgFile(8, "<g transform=\"rotate(5 1 2)\"><path d=\"M2 2a3 3 0 016 0l1 1z\" "
+                           "style=\"stroke:#123;stroke-width:2\"/></g><rect rx='2' width=\"8\" "
+                           "height=\"4\" fill=\"rgb(1,2,3)\"/>")),
+    };
+    std::uint32_t random = 1;
+    const auto next = [&random](std::size_t bound) {
+        random = random * 1664525 + 1013904223;
+        return (random >> 8) % bound;
+    };
+    for (const auto& file : files) {
+        for (int round = 0; round < 60; round++) {
+            auto damaged = file;
+            for (int change = 0; change < 3; change++)
+                damaged[next(damaged.size())] = static_cast<unsigned char>(next(256));
+            if (round % 4 == 0)
+                damaged.resize(next(damaged.size()));
+            Write(L"damaged", damaged);
+            CPaintManagerUI::SetLastErrorText(L"");
+            const auto image = Load(L"damaged");
+            ASSERT_EQ(image == nullptr, !LastError().empty()) << Utf8(LastError());
+            ASSERT_TRUE(image == nullptr || (image->nX > 0 && image->nY > 0));
+        }
+    }
+}
+
 TEST_F(ImageDecoderTest, GdiplusFormsRefuseAbsurdSizesToo)
 {
     Write(L"bomb.png", Png({100000, 100000, 8, 6}, {0, 0, 0, 0, 0}));
