@@ -139,6 +139,7 @@ public:
     {
         MeasureItems();
         BreakLines();
+        SortByFont();
         m_layout.size.cy = m_top;
     }
 
@@ -210,6 +211,20 @@ private:
         }
         if (HasContent())
             FinishLine(m_content.text.size(), m_content.text.size(), End::Hard, lineExtra);
+    }
+
+    // Selecting a font is what costs most when text is drawn.
+    void SortByFont()
+    {
+        auto& order = m_layout.textRuns;
+        for (std::size_t i = 0; i < m_layout.runs.size(); ++i) {
+            if (m_layout.runs[i].kind == HtmlItem::Kind::Text)
+                order.push_back(i);
+        }
+        std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
+            const auto& styles = m_content.styles;
+            return styles[m_layout.runs[a].style].font < styles[m_layout.runs[b].style].font;
+        });
     }
 
     bool HasContent() const { return m_placedUntil > m_start; }
@@ -321,6 +336,7 @@ private:
                                  .first = first,
                                  .length = kDots.size(),
                                  .style = style,
+                                 .line = m_layout.lines.size() - 1,
                                  .picture = 0,
                                  .left = line.width,
                                  .width = width});
@@ -387,6 +403,7 @@ private:
                                  .first = first,
                                  .length = end - first,
                                  .style = item.style,
+                                 .line = m_layout.lines.size() - 1,
                                  .picture = isPicture ? item.value : 0,
                                  .left = left,
                                  .width = width});

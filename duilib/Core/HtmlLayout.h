@@ -30,6 +30,7 @@ struct HtmlRun {
     std::size_t first = 0; // in the content's text
     std::size_t length = 0;
     std::size_t style = 0;
+    std::size_t line = 0;
     int picture = 0;
     int left = 0; // from the start of its line
     int width = 0;
@@ -56,6 +57,7 @@ struct HtmlLayout {
     std::vector<HtmlFontUse> fonts;
     std::vector<HtmlPictureUse> pictures;
     std::vector<HtmlRun> runs;
+    std::vector<std::size_t> textRuns; // those with text, one font after the other
     std::vector<HtmlLine> lines;
     std::vector<HtmlLinkPart> linkParts;
     SIZE size{};

@@ -256,24 +256,16 @@ public:
     {
         RECT drawable{};
         ::GetClipBox(m_dc, &drawable);
-        const auto first =
-            std::find_if(m_layout.lines.begin(), m_layout.lines.end(), [&](const HtmlLine& line) {
-                return m_placement.Bottom(line) > drawable.top;
-            });
-        const auto end = std::find_if(first, m_layout.lines.end(), [&](const HtmlLine& line) {
-            return m_placement.Top(line) >= drawable.bottom;
-        });
-
-        for (auto line = first; line != end; ++line)
-            PaintBehindText(*line);
+        for (const auto& line : m_layout.lines) {
+            if (IsVisible(line, drawable))
+                PaintBehindText(line);
+        }
         if (meter == HtmlMeter::Gdiplus) {
             GdiplusWriter writer(m_dc, m_manager.GetGdiplusTextRenderingHint());
-            for (auto line = first; line != end; ++line)
-                PaintText(*line, writer);
+            PaintText(writer, drawable);
         } else {
             GdiWriter writer(m_dc);
-            for (auto line = first; line != end; ++line)
-                PaintText(*line, writer);
+            PaintText(writer, drawable);
         }
     }
 
@@ -302,19 +294,24 @@ private:
                                  loaded.image->bAlpha, loaded.fade);
     }
 
-    void PaintText(const HtmlLine& line, TextWriter& writer)
+    bool IsVisible(const HtmlLine& line, const RECT& drawable) const
     {
-        const int bottom = m_placement.Bottom(line);
-        for (std::size_t i = line.firstRun; i < line.firstRun + line.runCount; ++i) {
-            const auto& run = m_layout.runs[i];
-            if (run.kind != HtmlItem::Kind::Text)
+        return m_placement.Bottom(line) > drawable.top && m_placement.Top(line) < drawable.bottom;
+    }
+
+    void PaintText(TextWriter& writer, const RECT& drawable)
+    {
+        for (const auto index : m_layout.textRuns) {
+            const auto& run = m_layout.runs[index];
+            const auto& line = m_layout.lines[run.line];
+            if (!IsVisible(line, drawable))
                 continue;
             const auto& style = m_layout.content.styles[run.style];
             const auto& font = m_layout.fonts[style.font];
             const auto text =
                 std::wstring_view(m_layout.content.text).substr(run.first, run.length);
             writer.Write(font.font, ColorOf(style), m_placement.Left(line) + run.left,
-                         bottom - font.height, text);
+                         m_placement.Bottom(line) - font.height, text);
         }
     }
 

@@ -14,6 +14,8 @@ namespace DuiLib {
 
 namespace {
 
+constexpr DWORD kOpaqueBlack = Opaque(0);
+
 // A top-down strip of 32-bit pixels that stays selected in a DC of its own: the source of every
 // translucent fill of a thread.
 template <int columns, int rows>
@@ -55,6 +57,17 @@ private:
     std::uint32_t* m_pixels = nullptr;
 };
 
+DWORD Premultiplied(DWORD color)
+{
+    const DWORD alpha = AlphaOf(color);
+    const auto scaled = [&](int shift) {
+        return ((((color >> shift) & 0xFF) * alpha + 127) / 255) << shift;
+    };
+    return alpha << 24 | scaled(16) | scaled(8) | scaled(0);
+}
+
+constexpr BLENDFUNCTION kBlendPremultiplied{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
+
 class SinglePixel {
 public:
     // Null when there is no pixel.
@@ -71,15 +84,6 @@ public:
     }
 
 private:
-    static DWORD Premultiplied(DWORD color)
-    {
-        const DWORD alpha = AlphaOf(color);
-        const auto scaled = [&](int shift) {
-            return ((((color >> shift) & 0xFF) * alpha + 127) / 255) << shift;
-        };
-        return alpha << 24 | scaled(16) | scaled(8) | scaled(0);
-    }
-
     PixelSource<1, 1> m_source;
     std::optional<DWORD> m_color;
 };
@@ -91,15 +95,27 @@ void FillOpaque(HDC dc, const RECT& rect, DWORD color)
     ::SetDCBrushColor(dc, previous);
 }
 
+// A brush writes no alpha, and in a layered window black without alpha is nothing at all. A copied
+// pixel keeps its alpha.
+void FillBlack(HDC dc, const RECT& rect)
+{
+    static thread_local SinglePixel pixel;
+    const HDC source = pixel.In(kOpaqueBlack);
+    if (source)
+        ::StretchBlt(dc, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
+                     source, 0, 0, 1, 1, SRCCOPY);
+    else
+        FillOpaque(dc, rect, kOpaqueBlack);
+}
+
 void FillBlended(HDC dc, const RECT& rect, DWORD color)
 {
     static thread_local SinglePixel pixel;
     const HDC source = pixel.In(color);
     if (!source)
         return;
-    constexpr BLENDFUNCTION kBlend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
     ::AlphaBlend(dc, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, source, 0,
-                 0, 1, 1, kBlend);
+                 0, 1, 1, kBlendPremultiplied);
 }
 
 void FillGradient(HDC dc, const RECT& rect, DWORD first, DWORD second, bool vertical)
@@ -119,25 +135,24 @@ void FillGradient(HDC dc, const RECT& rect, DWORD first, DWORD second, bool vert
                    vertical ? GRADIENT_FILL_RECT_V : GRADIENT_FILL_RECT_H);
 }
 
-// The colour a share of the way from one to the other, opaque.
-DWORD Between(DWORD first, DWORD second, int share, int whole)
+// The colour a share of the way from one to the other, with the given alpha.
+DWORD Between(DWORD first, DWORD second, DWORD alpha, int share, int whole)
 {
     const auto mixed = [&](int shift) {
         const int from = static_cast<int>((first >> shift) & 0xFF);
         const int to = static_cast<int>((second >> shift) & 0xFF);
         return static_cast<DWORD>(from + ::MulDiv(to - from, share, whole)) << shift;
     };
-    return Opaque(mixed(16) | mixed(8) | mixed(0));
+    return alpha << 24 | mixed(16) | mixed(8) | mixed(0);
 }
 
 constexpr int kStrip = 1024; // pixels of a translucent gradient that are blended at once
 
 template <int columns, int rows>
-void BlendGradient(HDC dc, const RECT& rect, DWORD first, DWORD second, BYTE alpha,
+void BlendGradient(HDC dc, const RECT& rect, DWORD first, DWORD second, DWORD alpha,
                    PixelSource<columns, rows>& strip)
 {
     constexpr bool kVertical = rows > 1;
-    const BLENDFUNCTION blend{AC_SRC_OVER, 0, alpha, 0};
     const int width = rect.right - rect.left;
     const int height = rect.bottom - rect.top;
     const int length = kVertical ? height : width;
@@ -147,13 +162,13 @@ void BlendGradient(HDC dc, const RECT& rect, DWORD first, DWORD second, BYTE alp
             return;
         const int count = std::min(length - done, kStrip);
         for (int i = 0; i < count; ++i)
-            pixels[i] = Between(first, second, done + i, length);
+            pixels[i] = Premultiplied(Between(first, second, alpha, done + i, length));
         if (kVertical) {
             ::AlphaBlend(dc, rect.left, rect.top + done, width, count, strip.Dc(), 0, 0, 1, count,
-                         blend);
+                         kBlendPremultiplied);
         } else {
             ::AlphaBlend(dc, rect.left + done, rect.top, count, height, strip.Dc(), 0, 0, count, 1,
-                         blend);
+                         kBlendPremultiplied);
         }
     }
 }
@@ -272,7 +287,9 @@ void CRenderEngine::DrawColor(HDC dc, const RECT& rect, DWORD color)
 {
     if (AlphaOf(color) == 0 || ::IsRectEmpty(&rect))
         return;
-    if (AlphaOf(color) == kOpaqueAlpha)
+    if (color == kOpaqueBlack)
+        FillBlack(dc, rect);
+    else if (AlphaOf(color) == kOpaqueAlpha)
         FillOpaque(dc, rect, color);
     else
         FillBlended(dc, rect, color);
@@ -288,10 +305,10 @@ void CRenderEngine::DrawGradient(HDC dc, const RECT& rect, DWORD first, DWORD se
         FillGradient(dc, rect, first, second, vertical);
     } else if (vertical) {
         static thread_local PixelSource<1, kStrip> strip;
-        BlendGradient(dc, rect, first, second, static_cast<BYTE>(alpha), strip);
+        BlendGradient(dc, rect, first, second, alpha, strip);
     } else {
         static thread_local PixelSource<kStrip, 1> strip;
-        BlendGradient(dc, rect, first, second, static_cast<BYTE>(alpha), strip);
+        BlendGradient(dc, rect, first, second, alpha, strip);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "Core/HtmlText.h"
 #include "Core/TextCache.h"
 #include "Core/UIManager.h"
+#include "win32/Handles.h"
 
 #include <algorithm>
 #include <mutex>
@@ -247,6 +248,7 @@ bool DrawSimpleLine(HDC dc, HFONT font, std::wstring_view text, const RECT& rect
                          static_cast<UINT>(text.size()), nullptr) != FALSE;
 }
 
+// Selecting a font costs more than anything else here: a known result does without.
 void MeasurePlain(HDC dc, HFONT font, std::wstring_view text, RECT& rect, UINT style)
 {
     const SIZE room{rect.right - rect.left, rect.bottom - rect.top};
@@ -254,6 +256,7 @@ void MeasurePlain(HDC dc, HFONT font, std::wstring_view text, RECT& rect, UINT s
     const bool isKept = text.size() <= kLongestKeptText && MeasuresAlike(dc);
     auto measured = isKept ? TextRects().Find(view) : std::nullopt;
     if (!measured) {
+        const Quillet::SelectedObject selected(dc, font);
         measured = RECT{0, 0, room.cx, room.cy};
         DrawPlain(dc, text, *measured, style);
         if (isKept)
@@ -266,10 +269,12 @@ void MeasurePlain(HDC dc, HFONT font, std::wstring_view text, RECT& rect, UINT s
 
 void DrawWithGdi(HDC dc, HFONT font, std::wstring_view text, RECT& rect, DWORD color, UINT style)
 {
-    const TextState state(dc, font, color);
-    if (style & DT_CALCRECT)
+    if (style & DT_CALCRECT) {
         MeasurePlain(dc, font, text, rect, style);
-    else if (!DrawSimpleLine(dc, font, text, rect, style))
+        return;
+    }
+    const TextState state(dc, font, color);
+    if (!DrawSimpleLine(dc, font, text, rect, style))
         DrawPlain(dc, text, rect, style);
 }
 

@@ -111,6 +111,15 @@ TEST_F(DrawColorTest, TranslucentColourWritesItsAlpha)
     EXPECT_EQ(canvas.Take(Canvas::Alpha::AsDrawn).At(10, 10), Argb{0x80800000});
 }
 
+TEST_F(DrawColorTest, BlackIsToldFromNothing)
+{
+    canvas.Fill(Argb{0});
+    CRenderEngine::DrawColor(dc, {5, 5, 35, 25}, 0xFF000000);
+    const Picture picture = canvas.Take(Canvas::Alpha::AsDrawn);
+    EXPECT_EQ(picture.Count(Argb{0xFF000000}, {5, 5, 35, 25}), 30 * 20);
+    EXPECT_EQ(picture.Count(Argb{0xFF000000}), 30 * 20);
+}
+
 TEST_F(DrawColorTest, KeepsTheBrushColourOfTheDc)
 {
     ::SetDCBrushColor(dc, RGB(1, 2, 3));
