@@ -29,7 +29,7 @@
 namespace Gdiplus {
 using std::max;
 using std::min;
-}
+} // namespace Gdiplus
 
 #include <gdiplus.h>
 

@@ -198,11 +198,11 @@ bool CStdValArray::Add(LPCVOID data)
         return false;
     const auto* record = static_cast<const BYTE*>(data);
     if (m_nCount == m_nAllocated) {
+        // The record may be one of the array's own, which moves.
         const bool own = m_nCount > 0 && record >= m_pVoid && record < At(m_nCount);
-        const auto offset = record - m_pVoid;
+        const auto offset = own ? record - m_pVoid : 0;
         Grow(GrownTo(m_nAllocated, m_nCount + 1));
-        if (own)
-            record = m_pVoid + offset;
+        record = own ? m_pVoid + offset : static_cast<const BYTE*>(data);
     }
     MoveBytes(At(m_nCount), record, static_cast<size_t>(m_iElementSize));
     ++m_nCount;
