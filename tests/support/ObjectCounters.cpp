@@ -24,7 +24,7 @@ struct GdiEntry {
 };
 
 constexpr int kGdiEntries = 65536;
-constexpr std::size_t kSharedHandleTable = 0xF8;  // offset in the x64 process environment block
+constexpr std::size_t kSharedHandleTable = 0xF8; // offset in the x64 process environment block
 
 BOOL CALLBACK CountWindow(HWND, LPARAM counter)
 {
@@ -50,9 +50,10 @@ bool StartsWith(const char* text, std::string_view prefix)
 // GDI+ functions that make an object; each such call that is matched by a delete balances.
 bool Creates(const char* function)
 {
-    return StartsWith(function, "GdipCreate") || StartsWith(function, "GdipClone")
-        || StartsWith(function, "GdipLoadImage") || StartsWith(function, "GdipGetImageThumbnail")
-        || StartsWith(function, "GdipNewInstalledFontCollection");
+    return StartsWith(function, "GdipCreate") || StartsWith(function, "GdipClone") ||
+           StartsWith(function, "GdipLoadImage") || StartsWith(function, "GdipGetImageThumbnail") ||
+           StartsWith(function, "GdipGetImageGraphicsContext") ||
+           StartsWith(function, "GdipNewInstalledFontCollection");
 }
 
 bool Frees(const char* function)
@@ -68,8 +69,8 @@ void* MakeCountingStub(volatile LONG64* counter, void* target)
     constexpr std::size_t kStubSize = 32;
     constexpr std::size_t kPageSize = 65536;
     if (!page || used + kStubSize > kPageSize) {
-        page = static_cast<BYTE*>(::VirtualAlloc(
-            nullptr, kPageSize, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
+        page = static_cast<BYTE*>(
+            ::VirtualAlloc(nullptr, kPageSize, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
         used = 0;
     }
     BYTE* const stub = page + used;
@@ -83,10 +84,10 @@ void* MakeCountingStub(volatile LONG64* counter, void* target)
         at += sizeof value;
     };
     moveToRax(const_cast<const LONG64*>(counter));
-    for (const BYTE byte : {0xF0, 0x48, 0xFF, 0x00})  // lock inc qword ptr [rax]
+    for (const BYTE byte : {0xF0, 0x48, 0xFF, 0x00}) // lock inc qword ptr [rax]
         *at++ = byte;
     moveToRax(target);
-    for (const BYTE byte : {0xFF, 0xE0})  // jmp rax
+    for (const BYTE byte : {0xFF, 0xE0}) // jmp rax
         *at++ = byte;
     return stub;
 }
@@ -113,15 +114,14 @@ void StartCountingGdiplus()
     ForEachImport(::GetModuleHandleW(nullptr), CountGdiplusImport, nullptr);
 }
 
-}  // namespace
+} // namespace
 
 int GdiObjects()
 {
     const DWORD counted = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
     if (counted != 0)
         return static_cast<int>(counted);
-    auto* const block
-        = reinterpret_cast<const BYTE*>(::NtCurrentTeb()->ProcessEnvironmentBlock);
+    auto* const block = reinterpret_cast<const BYTE*>(::NtCurrentTeb()->ProcessEnvironmentBlock);
     const GdiEntry* table = nullptr;
     std::memcpy(&table, block + kSharedHandleTable, sizeof table);
     int objects = 0;
@@ -133,8 +133,7 @@ int GdiObjects()
 int UserWindows()
 {
     int windows = 0;
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(), CountTopLevel, reinterpret_cast<LPARAM>(&windows));
+    ::EnumThreadWindows(::GetCurrentThreadId(), CountTopLevel, reinterpret_cast<LPARAM>(&windows));
     return windows;
 }
 
@@ -153,4 +152,4 @@ int HeapBlocks()
     return used;
 }
 
-}  // namespace test
+} // namespace test
