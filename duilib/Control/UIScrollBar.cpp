@@ -3,13 +3,16 @@
 #include "Core/UIContainer.h"
 #include "Core/UIManager.h"
 #include "Core/UIRender.h"
+#include "win32/TextParse.h"
 
 #include <algorithm>
-#include <cwchar>
 
 namespace DuiLib {
 
 namespace {
+
+using Quillet::Text::EqualsNoCase;
+using Quillet::Text::View;
 
 constexpr UINT kTick = 50; // milliseconds
 constexpr int kTicksBeforeRepeat = 5;
@@ -171,7 +174,7 @@ LPCTSTR CScrollBarUI::GetClass() const
 
 LPVOID CScrollBarUI::GetInterface(LPCTSTR name)
 {
-    if (name != nullptr && std::wcscmp(name, DUI_CTR_SCROLLBAR) == 0)
+    if (EqualsNoCase(View(name), DUI_CTR_SCROLLBAR))
         return this;
     return CControlUI::GetInterface(name);
 }

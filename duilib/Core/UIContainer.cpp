@@ -7,7 +7,6 @@
 #include "win32/TextParse.h"
 
 #include <algorithm>
-#include <cwchar>
 #include <utility>
 
 namespace DuiLib {
@@ -441,9 +440,9 @@ LPCTSTR CContainerUI::GetClass() const
 
 LPVOID CContainerUI::GetInterface(LPCTSTR name)
 {
-    if (name != nullptr && std::wcscmp(name, DUI_CTR_CONTAINER) == 0)
+    if (EqualsNoCase(View(name), DUI_CTR_CONTAINER))
         return this;
-    if (name != nullptr && std::wcscmp(name, L"IContainer") == 0)
+    if (EqualsNoCase(View(name), L"IContainer"))
         return static_cast<IContainerUI*>(this);
     return CControlUI::GetInterface(name);
 }

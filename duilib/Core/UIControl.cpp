@@ -2,6 +2,7 @@
 
 #include "Core/UIManager.h"
 #include "Core/UIResourceManager.h"
+#include "win32/TextParse.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +11,9 @@
 namespace DuiLib {
 
 namespace {
+
+using Quillet::Text::EqualsNoCase;
+using Quillet::Text::View;
 
 constexpr int kLargestLength = 1'000'000;   // design pixels
 constexpr LONG kFarthestEdge = 100'000'000; // device pixels
@@ -201,7 +205,7 @@ LPCTSTR CControlUI::GetClass() const
 
 LPVOID CControlUI::GetInterface(LPCTSTR name)
 {
-    return name != nullptr && std::wcscmp(name, DUI_CTR_CONTROL) == 0 ? this : nullptr;
+    return EqualsNoCase(View(name), DUI_CTR_CONTROL) ? this : nullptr;
 }
 
 UINT CControlUI::GetControlFlags() const

@@ -3,8 +3,6 @@
 #include "Layout/LinearLayout.h"
 #include "win32/AttributeTable.h"
 
-#include <cwchar>
-
 namespace DuiLib {
 
 using namespace Quillet::Text;
@@ -62,7 +60,7 @@ LPCTSTR CHorizontalLayoutUI::GetClass() const
 
 LPVOID CHorizontalLayoutUI::GetInterface(LPCTSTR name)
 {
-    if (name != nullptr && std::wcscmp(name, L"HorizontalLayout") == 0)
+    if (EqualsNoCase(View(name), L"HorizontalLayout"))
         return this;
     return CContainerUI::GetInterface(name);
 }

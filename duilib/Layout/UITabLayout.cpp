@@ -4,7 +4,6 @@
 #include "win32/AttributeTable.h"
 
 #include <algorithm>
-#include <cwchar>
 
 namespace DuiLib {
 
@@ -130,7 +129,7 @@ LPCTSTR CTabLayoutUI::GetClass() const
 
 LPVOID CTabLayoutUI::GetInterface(LPCTSTR name)
 {
-    if (name != nullptr && std::wcscmp(name, L"TabLayout") == 0)
+    if (EqualsNoCase(View(name), L"TabLayout"))
         return this;
     return CContainerUI::GetInterface(name);
 }

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cwchar>
 #include <vector>
 
 namespace DuiLib {
@@ -81,7 +80,7 @@ LPCTSTR CTileLayoutUI::GetClass() const
 
 LPVOID CTileLayoutUI::GetInterface(LPCTSTR name)
 {
-    if (name != nullptr && std::wcscmp(name, L"TileLayout") == 0)
+    if (EqualsNoCase(View(name), L"TileLayout"))
         return this;
     return CContainerUI::GetInterface(name);
 }

@@ -3,8 +3,6 @@
 #include "Layout/LinearLayout.h"
 #include "win32/AttributeTable.h"
 
-#include <cwchar>
-
 namespace DuiLib {
 
 using namespace Quillet::Text;
@@ -62,7 +60,7 @@ LPCTSTR CVerticalLayoutUI::GetClass() const
 
 LPVOID CVerticalLayoutUI::GetInterface(LPCTSTR name)
 {
-    if (name != nullptr && std::wcscmp(name, L"VerticalLayout") == 0)
+    if (EqualsNoCase(View(name), L"VerticalLayout"))
         return this;
     return CContainerUI::GetInterface(name);
 }
