@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -637,40 +636,4 @@ TEST_F(DialogBuilderIncludeTest, IncludesThatMultiplyAreRefused)
     folder.Write(L"20.xml", std::string_view("<A><Include source=\"none.xml\"/></A>"));
     EXPECT_EQ(Build(L"0.xml"), nullptr);
     EXPECT_NE(LastError().find(L"more than a million"), std::wstring::npos);
-}
-
-TEST(DialogBuilderTest, BuildingGrowsWithTheTextAndIsNearTheCostOfParsing)
-{
-    const auto rows = [](int count) {
-        std::wstring text = L"<Window><VerticalLayout>";
-        for (int i = 0; i < count; ++i) {
-            text += L"<HorizontalLayout height=\"24\" bkcolor=\"#FFEEEEEE\">"
-                    L"<Label name=\"label\" text=\"Row\" width=\"100\" textcolor=\"#FF333333\"/>"
-                    L"<Button width=\"60\" text=\"Open\" padding=\"2,2,2,2\"/></HorizontalLayout>";
-        }
-        return text + L"</VerticalLayout></Window>";
-    };
-    const auto best = [](auto action) {
-        auto least = std::chrono::steady_clock::duration::max();
-        for (int i = 0; i < 5; ++i) {
-            const auto start = std::chrono::steady_clock::now();
-            action();
-            least = std::min(least, std::chrono::steady_clock::now() - start);
-        }
-        return std::chrono::duration<double, std::milli>(least).count();
-    };
-    CPaintManagerUI manager;
-    const auto build = [&manager](const std::wstring& text) {
-        delete CDialogBuilder().Create(text.c_str(), nullptr, nullptr, &manager);
-    };
-    const auto small = rows(500);
-    const auto large = rows(4000);
-    const double parse = best([&large] { CMarkup markup(large.c_str()); });
-    const double smallBuild = best([&] { build(small); });
-    const double largeBuild = best([&] { build(large); });
-    RecordProperty("parse", std::to_string(parse));
-    RecordProperty("build", std::to_string(largeBuild));
-    std::printf("parse %.2f ms, build and delete %.2f ms, an eighth of it %.2f ms\n", parse,
-                largeBuild, smallBuild);
-    EXPECT_LT(largeBuild, smallBuild * 8 * 3);
 }
