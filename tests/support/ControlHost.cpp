@@ -67,7 +67,7 @@ private:
     ImportHook m_kill;
 };
 
-}  // namespace
+} // namespace
 
 class ControlHost::HostWindow : public CWindowWnd, public INotifyUI {
 public:
@@ -86,7 +86,7 @@ public:
     {
         const auto name = notification.pSender ? notification.pSender->GetName() : CDuiString();
         m_sent.push_back({notification.sType.GetData(), name.GetData(), notification.pSender,
-            notification.wParam, notification.lParam});
+                          notification.wParam, notification.lParam});
     }
 
     CPaintManagerUI m_manager;
@@ -189,8 +189,7 @@ Picture ControlHost::Paint()
     RECT client{};
     ::GetClientRect(Window(), &client);
     const Canvas canvas(client.right, client.bottom);
-    ::SendMessageW(
-        Window(), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.Dc()), PRF_CLIENT);
+    ::SendMessageW(Window(), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.Dc()), PRF_CLIENT);
     return canvas.Take();
 }
 
@@ -316,7 +315,7 @@ std::vector<Notification> ControlHost::Sent(const wchar_t* type) const
 {
     std::vector<Notification> sent;
     std::copy_if(m_window->m_sent.begin(), m_window->m_sent.end(), std::back_inserter(sent),
-        [type](const Notification& notification) { return notification.type == type; });
+                 [type](const Notification& notification) { return notification.type == type; });
     return sent;
 }
 
@@ -335,12 +334,13 @@ void ControlHost::AdvanceFrames(int count)
     for (int frame = 0; frame < count; ++frame) {
         for (const auto& timer : Timers()) {
             const auto live = Timers();
-            const bool stillRuns = std::any_of(live.begin(), live.end(),
-                [&timer](const HostTimer& other) { return other.id == timer.id; });
+            const bool stillRuns =
+                std::any_of(live.begin(), live.end(),
+                            [&timer](const HostTimer& other) { return other.id == timer.id; });
             if (stillRuns)
                 Send(WM_TIMER, timer.id);
         }
     }
 }
 
-}  // namespace test
+} // namespace test

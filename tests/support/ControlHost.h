@@ -23,7 +23,7 @@ struct Notification {
 // A running control timer of the host's manager.
 struct HostTimer {
     UINT_PTR id;
-    UINT period;  // milliseconds
+    UINT period; // milliseconds
 };
 
 // A real window at the screen's top left, with a paint manager and a container as root.
@@ -49,8 +49,8 @@ public:
     void Adopt(DuiLib::CControlUI* control);
 
     // Builds a skin text and makes it the root; null when it cannot be built.
-    DuiLib::CControlUI* Load(
-        const wchar_t* skin, DuiLib::IDialogBuilderCallback* callback = nullptr);
+    DuiLib::CControlUI* Load(const wchar_t* skin,
+                             DuiLib::IDialogBuilderCallback* callback = nullptr);
 
     // The control of that name as the given class; the test fails when there is none.
     template <class Control>
@@ -65,8 +65,8 @@ public:
     void Resize(int width, int height);
 
     void Layout();
-    Picture Paint();         // lays out, paints the window, then paints once more into a picture
-    Picture Screen() const;  // what the window shows now
+    Picture Paint();        // lays out, paints the window, then paints once more into a picture
+    Picture Screen() const; // what the window shows now
 
     void MoveMouse(int x, int y);
     void LeaveMouse();
@@ -80,18 +80,18 @@ public:
     // As the message loop delivers them: filters and Tab handling first.
     void KeyDown(int virtualKey);
     void KeyUp(int virtualKey);
-    void Key(int virtualKey);  // down, then up
+    void Key(int virtualKey); // down, then up
     void Char(wchar_t character);
 
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
-    void Pump();  // dispatches what is queued, waits for nothing
+    void Pump(); // dispatches what is queued, waits for nothing
 
     const std::vector<Notification>& Sent() const;
     std::vector<Notification> Sent(const wchar_t* type) const;
     void ClearSent();
 
     std::vector<HostTimer> Timers() const;
-    void AdvanceFrames(int count);  // fires every running timer that many times
+    void AdvanceFrames(int count); // fires every running timer that many times
 
 private:
     class HostWindow;
@@ -102,4 +102,4 @@ private:
     std::unique_ptr<HostWindow> m_window;
 };
 
-}  // namespace test
+} // namespace test

@@ -17,12 +17,13 @@ void PrintStack(CONTEXT context)
     for (int i = 0; i < kMostFrames && context.Rip != 0; ++i) {
         HMODULE module = nullptr;
         wchar_t name[MAX_PATH] = L"?";
-        ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS
-                                 | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-            reinterpret_cast<LPCWSTR>(context.Rip), &module);
+        ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                 GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                             reinterpret_cast<LPCWSTR>(context.Rip), &module);
         if (module)
             ::GetModuleFileNameW(module, name, MAX_PATH);
-        std::fprintf(stderr, "  %ls+0x%llx\n", name,
+        std::fprintf(
+            stderr, "  %ls+0x%llx\n", name,
             static_cast<unsigned long long>(context.Rip - reinterpret_cast<DWORD64>(module)));
 
         DWORD64 imageBase = 0;
@@ -35,25 +36,25 @@ void PrintStack(CONTEXT context)
         void* handlerData = nullptr;
         DWORD64 establisherFrame = 0;
         ::RtlVirtualUnwind(UNW_FLAG_NHANDLER, imageBase, context.Rip, function, &context,
-            &handlerData, &establisherFrame, nullptr);
+                           &handlerData, &establisherFrame, nullptr);
     }
 }
 
 LONG WINAPI OnCrash(EXCEPTION_POINTERS* exception)
 {
     std::fprintf(stderr, "CRASH %08lx\n",
-        static_cast<unsigned long>(exception->ExceptionRecord->ExceptionCode));
+                 static_cast<unsigned long>(exception->ExceptionRecord->ExceptionCode));
     PrintStack(*exception->ContextRecord);
     std::fflush(nullptr);
     ::TerminateProcess(::GetCurrentProcess(), kCrashExitCode);
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-}  // namespace
+} // namespace
 
 void InstallCrashFilter()
 {
     ::SetUnhandledExceptionFilter(OnCrash);
 }
 
-}  // namespace test
+} // namespace test

@@ -6,4 +6,4 @@ namespace test {
 // success and never opens a dialog.
 void InstallCrashFilter();
 
-}  // namespace test
+} // namespace test

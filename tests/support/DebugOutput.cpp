@@ -6,7 +6,7 @@ namespace {
 
 DebugOutput* g_recorder = nullptr;
 
-}  // namespace
+} // namespace
 
 DebugOutput::DebugOutput(const wchar_t* module)
     : m_hook(module, "KERNEL32.dll", "OutputDebugStringW", &DebugOutput::Record)
@@ -33,4 +33,4 @@ void WINAPI DebugOutput::Record(LPCWSTR text)
         g_recorder->m_lines.emplace_back(text);
 }
 
-}  // namespace test
+} // namespace test

@@ -26,4 +26,4 @@ private:
     ImportHook m_hook;
 };
 
-}  // namespace test
+} // namespace test

@@ -4,14 +4,13 @@
 
 namespace test {
 
-void ForEachImport(
-    HMODULE module, void (*visit)(void*, const char*, const char*, void**), void* context)
+void ForEachImport(HMODULE module, void (*visit)(void*, const char*, const char*, void**),
+                   void* context)
 {
     auto* const base = reinterpret_cast<BYTE*>(module);
     auto* const dos = reinterpret_cast<IMAGE_DOS_HEADER*>(base);
     auto* const headers = reinterpret_cast<IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-    const auto& directory
-        = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
     if (directory.Size == 0)
         return;
 
@@ -23,10 +22,10 @@ void ForEachImport(
         for (; name->u1.AddressOfData != 0; ++name, ++address) {
             if (name->u1.Ordinal & IMAGE_ORDINAL_FLAG)
                 continue;
-            auto* const byName
-                = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
+            auto* const byName =
+                reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
             visit(context, dll, reinterpret_cast<const char*>(byName->Name),
-                reinterpret_cast<void**>(&address->u1.Function));
+                  reinterpret_cast<void**>(&address->u1.Function));
         }
     }
 }
@@ -43,8 +42,8 @@ void** FindImport(HMODULE module, const char* dll, const char* function)
         module,
         [](void* context, const char* importDll, const char* importName, void** slot) {
             auto& wanted = *static_cast<Search*>(context);
-            if (_stricmp(importDll, wanted.dll) == 0
-                && std::strcmp(importName, wanted.function) == 0)
+            if (_stricmp(importDll, wanted.dll) == 0 &&
+                std::strcmp(importName, wanted.function) == 0)
                 wanted.found = slot;
         },
         &search);
@@ -61,8 +60,8 @@ void* ReplaceImport(void** slot, void* replacement)
     return original;
 }
 
-ImportHook::ImportHook(
-    const wchar_t* module, const char* dll, const char* function, void* replacement)
+ImportHook::ImportHook(const wchar_t* module, const char* dll, const char* function,
+                       void* replacement)
 {
     const HMODULE handle = ::GetModuleHandleW(module);
     m_slot = handle ? FindImport(handle, dll, function) : nullptr;
@@ -76,4 +75,4 @@ ImportHook::~ImportHook()
         ReplaceImport(m_slot, m_original);
 }
 
-}  // namespace test
+} // namespace test

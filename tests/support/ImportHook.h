@@ -37,10 +37,10 @@ private:
 void** FindImport(HMODULE module, const char* dll, const char* function);
 
 // Calls the visitor with every named import of the module: (dll, function, slot).
-void ForEachImport(
-    HMODULE module, void (*visit)(void* context, const char*, const char*, void**), void* context);
+void ForEachImport(HMODULE module, void (*visit)(void* context, const char*, const char*, void**),
+                   void* context);
 
 // Writes a read-only import entry and returns what stood there.
 void* ReplaceImport(void** slot, void* replacement);
 
-}  // namespace test
+} // namespace test

@@ -18,4 +18,4 @@ int GdiplusObjects();
 // Blocks in use on the C heap.
 int HeapBlocks();
 
-}  // namespace test
+} // namespace test

@@ -21,8 +21,8 @@ int LargestChannelDifference(std::uint32_t a, std::uint32_t b)
 {
     int largest = 0;
     for (int shift = 0; shift < 32; shift += 8) {
-        const int difference
-            = static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF);
+        const int difference =
+            static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF);
         largest = std::max(largest, std::abs(difference));
     }
     return largest;
@@ -40,9 +40,8 @@ std::string DifferenceMap(const Picture& actual, const Picture& expected)
             int largest = 0;
             for (int y = top; y < std::min(top + stepY, actual.Height()); ++y)
                 for (int x = left; x < std::min(left + stepX, actual.Width()); ++x)
-                    largest = std::max(largest,
-                        LargestChannelDifference(
-                            actual.At(x, y).value, expected.At(x, y).value));
+                    largest = std::max(largest, LargestChannelDifference(actual.At(x, y).value,
+                                                                         expected.At(x, y).value));
             map += largest == 0 ? ' ' : largest < 32 ? '.' : largest < 128 ? '+' : '#';
         }
         map += '\n';
@@ -64,7 +63,7 @@ CLSID PngEncoder()
     return {};
 }
 
-}  // namespace
+} // namespace
 
 std::ostream& operator<<(std::ostream& out, Argb colour)
 {
@@ -74,7 +73,8 @@ std::ostream& operator<<(std::ostream& out, Argb colour)
 }
 
 Picture::Picture(int width, int height, Argb fill)
-    : m_width(width), m_height(height),
+    : m_width(width),
+      m_height(height),
       m_pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), fill.value)
 {
 }
@@ -83,15 +83,14 @@ Argb Picture::At(int x, int y) const
 {
     if (x < 0 || y < 0 || x >= m_width || y >= m_height)
         return kOutside;
-    return Argb{m_pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width)
-        + static_cast<std::size_t>(x)]};
+    return Argb{m_pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width) +
+                         static_cast<std::size_t>(x)]};
 }
 
 void Picture::Set(int x, int y, Argb colour)
 {
-    m_pixels.at(static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width)
-        + static_cast<std::size_t>(x))
-        = colour.value;
+    m_pixels.at(static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width) +
+                static_cast<std::size_t>(x)) = colour.value;
 }
 
 int Picture::Count(Argb colour) const
@@ -133,9 +132,9 @@ bool Picture::Save(const std::wstring& path) const
     {
         auto pixels = m_pixels;
         Gdiplus::Bitmap bitmap(m_width, m_height, m_width * 4, PixelFormat32bppARGB,
-            reinterpret_cast<BYTE*>(pixels.data()));
+                               reinterpret_cast<BYTE*>(pixels.data()));
         const CLSID encoder = PngEncoder();
-        saved = bitmap.Save(path.c_str(), &encoder) == Gdiplus::Ok;
+        saved = bitmap.Save(path.c_str(), &encoder, nullptr) == Gdiplus::Ok;
     }
     Gdiplus::GdiplusShutdown(token);
     return saved;
@@ -192,8 +191,8 @@ void ExpectSimilar(const Picture& actual, const Picture& expected, int largest, 
     double sum = 0;
     for (int y = 0; y < actual.Height(); ++y) {
         for (int x = 0; x < actual.Width(); ++x) {
-            const int difference
-                = LargestChannelDifference(actual.At(x, y).value, expected.At(x, y).value);
+            const int difference =
+                LargestChannelDifference(actual.At(x, y).value, expected.At(x, y).value);
             sum += difference;
             if (difference > worst) {
                 worst = difference;
@@ -212,4 +211,4 @@ void ExpectSimilar(const Picture& actual, const Picture& expected, int largest, 
                   << DifferenceMap(actual, expected);
 }
 
-}  // namespace test
+} // namespace test

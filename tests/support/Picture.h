@@ -79,4 +79,4 @@ private:
 // `mean` on average; prints the worst pixels and a small map.
 void ExpectSimilar(const Picture& actual, const Picture& expected, int largest, double mean);
 
-}  // namespace test
+} // namespace test

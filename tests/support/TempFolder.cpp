@@ -13,8 +13,8 @@ namespace fs = std::filesystem;
 TempFolder::TempFolder()
 {
     static std::atomic<int> counter{0};
-    const auto name = L"quillet-test-" + std::to_wstring(::GetCurrentProcessId()) + L"-"
-        + std::to_wstring(++counter);
+    const auto name = L"quillet-test-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
+                      std::to_wstring(++counter);
     const fs::path folder = fs::temp_directory_path() / name;
     fs::remove_all(folder);
     fs::create_directories(folder);
@@ -43,18 +43,17 @@ std::wstring TempFolder::Write(std::wstring_view name, std::string_view bytes) c
 
 std::wstring TempFolder::Write(std::wstring_view name, std::span<const unsigned char> bytes) const
 {
-    return Write(
-        name, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+    return Write(name, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
 }
 
 std::string Utf8(std::wstring_view text)
 {
-    const int length = ::WideCharToMultiByte(
-        CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
+    const int length = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
+                                             nullptr, 0, nullptr, nullptr);
     std::string utf8(static_cast<std::size_t>(length), '\0');
     ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), utf8.data(),
-        length, nullptr, nullptr);
+                          length, nullptr, nullptr);
     return utf8;
 }
 
-}  // namespace test
+} // namespace test

@@ -29,4 +29,4 @@ private:
 // UTF-8 of a wide text.
 std::string Utf8(std::wstring_view text);
 
-}  // namespace test
+} // namespace test
