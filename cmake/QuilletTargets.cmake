@@ -3,7 +3,8 @@
 add_library(quillet_warnings INTERFACE)
 add_library(Quillet::warnings ALIAS quillet_warnings)
 if(MSVC)
-    target_compile_options(quillet_warnings INTERFACE /W4 /WX /utf-8 /permissive-)
+    target_compile_options(quillet_warnings INTERFACE
+        /W4 /WX /utf-8 /permissive- /wd4251 /wd4275)
 else()
     target_compile_options(quillet_warnings INTERFACE
         -Wall -Wextra -Wpedantic -Werror -Wsuggest-override)

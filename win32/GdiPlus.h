@@ -8,6 +8,6 @@
 namespace Gdiplus {
 using std::max;
 using std::min;
-}
+} // namespace Gdiplus
 
 #include <gdiplus.h>
