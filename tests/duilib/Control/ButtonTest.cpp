@@ -372,6 +372,28 @@ TEST_F(ButtonTest, AButtonWithoutAManagerIsHarmless)
     EXPECT_FALSE(outside.Activate());
 }
 
+TEST_F(ButtonTest, ACopyMadeInAClickHandlerLeavesTheOriginalAlone)
+{
+    button.SetText(L"original");
+    button.SetHotImage(L"picture");
+    button.OnNotify += [](void* argument) {
+        auto* const sent = static_cast<TNotifyUI*>(argument);
+        if (sent->sType == DUI_MSGTYPE_CLICK) {
+            const OpenButton copy(*static_cast<OpenButton*>(sent->pSender));
+            EXPECT_STREQ(copy.GetText(), L"original");
+        }
+        return true;
+    };
+    host.Click(25, 12);
+    EXPECT_EQ(host.Sent(L"click").size(), 1u);
+    {
+        OpenButton copy(button);
+        EXPECT_STREQ(copy.GetHotImage(), L"picture");
+    }
+    host.Click(25, 12);
+    EXPECT_EQ(host.Sent(L"click").size(), 2u);
+}
+
 TEST_F(ButtonTest, NullTextsCountAsEmpty)
 {
     button.SetNormalImage(L"picture");

@@ -324,6 +324,19 @@ TEST_F(ButtonStates, AStateBorderIsAsWideAsEachSide)
             ASSERT_EQ(rest.At(x, y) == kBase, hot.At(x, y) == kHot) << x << ',' << y;
 }
 
+TEST_F(ButtonStates, ATranslucentStateBorderIsBlendedOnceEverywhere)
+{
+    control.SetBkColor(kWhite.value);
+    control.SetBorderSize(RECT{3, 3, 3, 3});
+    control.SetBorderColor(0x80FF0000);
+    const Picture ordinary = PaintIn(Rest);
+    control.SetHotBorderColor(0x80FF0000);
+    control.SetBorderColor(0);
+    EXPECT_EQ(PaintIn(Hot), ordinary);
+    EXPECT_EQ(ordinary.At(1, 1), ordinary.At(30, 1));
+    EXPECT_NE(ordinary.At(1, 1), kWhite);
+}
+
 TEST_F(ButtonStates, ARoundStateBorderHasTheShapeOfTheOrdinaryOne)
 {
     control.SetBkColor(kWhite.value);
