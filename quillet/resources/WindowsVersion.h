@@ -2,6 +2,8 @@
 
 #include "win32/Windows.h"
 
+#include <initializer_list>
+
 namespace Quillet {
 
 // Whether the system presents itself to this process as the given version or a later one.

@@ -4,6 +4,8 @@
 #include "support/ControlHost.h"
 #include "support/ObjectCounters.h"
 
+#include <cstring>
+#include <new>
 #include <string>
 
 namespace test {
@@ -419,6 +421,16 @@ TEST_F(ToggleSwitchTest, PaintingNeverStopsTheTree)
     EXPECT_TRUE(toggle.DoPaint(canvas.Dc(), RECT{0, 0, 50, 24}, nullptr));
 }
 
+// A switch whose memory is unusable once it is deleted, so that a late use of it is a fault.
+class Mortal : public CToggleSwitchUI {
+public:
+    static void* operator new(std::size_t bytes) { return ::operator new(bytes); }
+    static void operator delete(void* storage, std::size_t bytes)
+    {
+        std::memset(storage, 0xDD, bytes); // and never given back
+    }
+};
+
 // Removes the sender, for good and at once, whenever a notification of the type arrives.
 class Remover : public INotifyUI {
 public:
@@ -440,24 +452,29 @@ private:
 
 TEST_F(ToggleSwitchTest, AHandlerOfTheNotificationMayDeleteTheSwitch)
 {
+    ControlHost other(50, 24);
+    other.Adopt(new Mortal);
     Remover remover(kToggled);
-    host.Manager().AddNotifier(&remover);
-    host.Click(25, 12);
-    host.Manager().RemoveNotifier(&remover);
+    other.Manager().AddNotifier(&remover);
+    other.Click(25, 12);
+    other.Manager().RemoveNotifier(&remover);
     EXPECT_EQ(remover.removed, 1);
-    EXPECT_TRUE(host.Timers().empty());
-    host.Paint();
+    EXPECT_TRUE(other.Timers().empty());
+    other.Paint();
 }
 
 TEST_F(ToggleSwitchTest, AHandlerOfATimerMayDeleteTheSwitch)
 {
+    ControlHost other(50, 24);
+    auto* const mortal = new Mortal;
+    other.Adopt(mortal);
     Remover remover(DUI_MSGTYPE_TIMER);
-    host.Manager().AddNotifier(&remover);
-    toggle.Toggle(true);
-    host.AdvanceFrames(2);
-    host.Manager().RemoveNotifier(&remover);
+    other.Manager().AddNotifier(&remover);
+    mortal->Toggle(true);
+    other.AdvanceFrames(2);
+    other.Manager().RemoveNotifier(&remover);
     EXPECT_EQ(remover.removed, 1);
-    EXPECT_TRUE(host.Timers().empty());
+    EXPECT_TRUE(other.Timers().empty());
 }
 
 TEST_F(ToggleSwitchTest, ComesFromASkin)
