@@ -1,6 +1,7 @@
 #include "Core/UIRender.h"
 
 #include "win32/Handles.h"
+#include "win32/PerThread.h"
 
 #include <algorithm>
 #include <array>
@@ -73,14 +74,14 @@ private:
 
 RegionStock& Stock()
 {
-    static thread_local RegionStock stock;
-    return stock;
+    static Quillet::PerThread<RegionStock> stocks;
+    return stocks.Get();
 }
 
 RoundShapes& Shapes()
 {
-    static thread_local RoundShapes shapes;
-    return shapes;
+    static Quillet::PerThread<RoundShapes> shapes;
+    return shapes.Get();
 }
 
 bool Contains(const RECT& outer, const RECT& inner)

@@ -2,6 +2,7 @@
 
 #include "Core/DrawingColor.h"
 #include "win32/Handles.h"
+#include "win32/PerThread.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -99,8 +100,8 @@ void FillOpaque(HDC dc, const RECT& rect, DWORD color)
 // pixel keeps its alpha.
 void FillBlack(HDC dc, const RECT& rect)
 {
-    static thread_local SinglePixel pixel;
-    const HDC source = pixel.In(kOpaqueBlack);
+    static Quillet::PerThread<SinglePixel> pixels;
+    const HDC source = pixels.Get().In(kOpaqueBlack);
     if (source)
         ::StretchBlt(dc, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
                      source, 0, 0, 1, 1, SRCCOPY);
@@ -110,8 +111,8 @@ void FillBlack(HDC dc, const RECT& rect)
 
 void FillBlended(HDC dc, const RECT& rect, DWORD color)
 {
-    static thread_local SinglePixel pixel;
-    const HDC source = pixel.In(color);
+    static Quillet::PerThread<SinglePixel> pixels;
+    const HDC source = pixels.Get().In(color);
     if (!source)
         return;
     ::AlphaBlend(dc, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, source, 0,
@@ -304,11 +305,11 @@ void CRenderEngine::DrawGradient(HDC dc, const RECT& rect, DWORD first, DWORD se
     if (alpha == kOpaqueAlpha) {
         FillGradient(dc, rect, first, second, vertical);
     } else if (vertical) {
-        static thread_local PixelSource<1, kStrip> strip;
-        BlendGradient(dc, rect, first, second, alpha, strip);
+        static Quillet::PerThread<PixelSource<1, kStrip>> strips;
+        BlendGradient(dc, rect, first, second, alpha, strips.Get());
     } else {
-        static thread_local PixelSource<kStrip, 1> strip;
-        BlendGradient(dc, rect, first, second, alpha, strip);
+        static Quillet::PerThread<PixelSource<kStrip, 1>> strips;
+        BlendGradient(dc, rect, first, second, alpha, strips.Get());
     }
 }
 

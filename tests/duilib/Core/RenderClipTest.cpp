@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <thread>
 
 using namespace DuiLib;
@@ -364,18 +363,33 @@ TEST_F(ClipCost, ManyLiveClipsWorkToo)
     EXPECT_FALSE(HasClip());
 }
 
-TEST_F(RenderClipTest, EveryThreadHasItsOwnClips)
+// Draws in a thread of its own, of the kind that the system makes.
+DWORD WINAPI DrawClipped(void* result)
 {
-    std::optional<Picture> drawn;
-    std::thread([&drawn] {
-        const Canvas own(10, 10);
+    const Canvas canvas(10, 10);
+    {
         CRenderClip clip;
-        CRenderClip::GenerateClip(own.Dc(), {2, 2, 4, 4}, clip);
-        CRenderEngine::DrawColor(own.Dc(), {0, 0, 10, 10}, 0x80FF0000);
-        drawn = own.Take();
-    }).join();
-    ASSERT_TRUE(drawn);
-    EXPECT_EQ(drawn->Count(kWhite), 96);
+        CRenderClip::GenerateRoundClip(canvas.Dc(), {2, 2, 4, 4}, {0, 0, 10, 10}, 2, 2, clip);
+        CRenderEngine::DrawColor(canvas.Dc(), {0, 0, 10, 10}, 0x80FF0000);
+    }
+    *static_cast<int*>(result) = canvas.Take().Count(kWhite);
+    return 0;
+}
+
+TEST_F(RenderClipTest, ThreadsDrawWithTheirOwnAndLeaveNothing)
+{
+    const auto drawInThread = [] {
+        int white = 0;
+        const HANDLE thread = ::CreateThread(nullptr, 0, &DrawClipped, &white, 0, nullptr);
+        ::WaitForSingleObject(thread, INFINITE);
+        ::CloseHandle(thread);
+        EXPECT_EQ(white, 96);
+    };
+    drawInThread();
+    const int before = GdiObjects();
+    for (int i = 0; i < 20; ++i)
+        drawInThread();
+    EXPECT_EQ(GdiObjects(), before);
 }
 
 } // namespace
