@@ -306,7 +306,7 @@ struct CPaintManagerUI::State {
     ULONG_PTR gdiplus = 0;
 
     HWND window = nullptr;
-    bool windowLives = false; // until WM_NCDESTROY
+    bool windowLives = false; // until WM_DESTROY
     HDC windowDc = nullptr;
     CDuiString name;
     CDPI dpi;

@@ -75,7 +75,7 @@ void CPaintManagerUI::AddFontArray(LPCTSTR file)
     auto bytes = LoadResourceBytes(file, nullptr, nullptr, ResourceFallback::PlainPath,
                                    kLargestResource, &reason);
     if (!bytes) {
-        ReportFailure(reason);
+        ReportFailure(FailureAt(View(file), 0, 0, reason));
         return;
     }
     DWORD faces = 0;

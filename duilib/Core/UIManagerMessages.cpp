@@ -156,17 +156,15 @@ bool CPaintManagerUI::MessageHandler(UINT message, WPARAM wParam, LPARAM lParam,
         state.workPosted = false;
 
     const State::Watch watch(state);
-    if (state.Filter(state.filters, message, wParam, lParam, result)) {
-        if (watch.ManagerLives() && HasClientPoint(message))
+    const bool filtered = state.Filter(state.filters, message, wParam, lParam, result);
+    if (!watch.ManagerLives())
+        return filtered;
+    if (message == WM_DESTROY || message == WM_NCDESTROY)
+        state.ReleaseWindow();
+    if (filtered) {
+        if (HasClientPoint(message))
             state.mouse = PointOf(lParam);
         return true;
-    }
-    if (!watch.ManagerLives())
-        return false;
-
-    if (message == WM_NCDESTROY) {
-        state.ReleaseWindow();
-        return false;
     }
     if (!state.HasWindow())
         return false;

@@ -4,6 +4,8 @@
 #include "Core/ResourceLoader.h"
 #include "Core/UIResourceManager.h"
 
+#include <algorithm>
+
 namespace DuiLib {
 
 namespace {
@@ -244,6 +246,8 @@ void CPaintManagerUI::ReloadSharedImages()
 CPaintManagerUI* CPaintManagerUI::GetPaintManager(LPCTSTR name)
 {
     CPaintManagerUI* found = nullptr;
+    if (View(name).empty())
+        return nullptr;
     ForEachManager([&](CPaintManagerUI& manager) {
         if (View(manager.GetName()) == View(name))
             found = &manager;
@@ -303,10 +307,9 @@ bool CPaintManagerUI::TranslateMessage(const LPMSG message)
         message->hwnd && (::GetWindowLongPtrW(message->hwnd, GWL_STYLE) & WS_CHILD) != 0;
     const HWND window = message->hwnd;
     bool consumed = false;
-    ForEachManager([](CPaintManagerUI& manager) {
-        manager.m_pState->passedOn.reset();
-        return false;
-    });
+    const auto& managers = SharedState::Instance().managers;
+    for (int index = 0; index < managers.GetSize(); ++index)
+        static_cast<CPaintManagerUI*>(managers.GetAt(index))->m_pState->passedOn.reset();
     ForEachManager([&](CPaintManagerUI& manager) {
         const HWND own = manager.GetPaintWindow();
         if (!own || (own != window && !(isChild && ::IsChild(own, window))))

@@ -1,5 +1,7 @@
 #include "Core/ManagerState.h"
 
+#include <algorithm>
+
 namespace DuiLib {
 
 namespace {
@@ -10,10 +12,25 @@ TTTOOLINFOW ToolOf(HWND window)
 {
     TTTOOLINFOW tool{};
     tool.cbSize = TTTOOLINFOW_V1_SIZE;
-    tool.uFlags = TTF_IDISHWND | TTF_TRACK | TTF_ABSOLUTE;
+    tool.uFlags = TTF_IDISHWND | TTF_TRACK | TTF_ABSOLUTE | TTF_TRANSPARENT;
     tool.hwnd = window;
     tool.uId = reinterpret_cast<UINT_PTR>(window);
     return tool;
+}
+
+// Below the cursor, or above it where there is no room; inside the work area of the monitor.
+POINT PlaceOf(SIZE tip, POINT cursor)
+{
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof(monitor);
+    const LONG cursorHeight = ::GetSystemMetrics(SM_CYCURSOR) / 2;
+    POINT place{cursor.x, cursor.y + cursorHeight};
+    if (!::GetMonitorInfoW(::MonitorFromPoint(cursor, MONITOR_DEFAULTTONEAREST), &monitor))
+        return place;
+    if (place.y + tip.cy > monitor.rcWork.bottom)
+        place.y = cursor.y - cursorHeight / 2 - tip.cy;
+    place.x = std::max(std::min(place.x, monitor.rcWork.right - tip.cx), monitor.rcWork.left);
+    return place;
 }
 
 HWND CreateTip(HWND window)
@@ -53,9 +70,10 @@ void CPaintManagerUI::State::ShowTip(CControlUI& control)
     ::SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, control.GetToolTipWidth());
     ::SendMessageW(tip, TTM_SETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool));
 
-    POINT place{};
-    ::GetCursorPos(&place);
-    place.y += ::GetSystemMetrics(SM_CYCURSOR) / 2;
+    POINT cursor{};
+    ::GetCursorPos(&cursor);
+    const LRESULT size = ::SendMessageW(tip, TTM_GETBUBBLESIZE, 0, reinterpret_cast<LPARAM>(&tool));
+    const POINT place = PlaceOf({LOWORD(size), HIWORD(size)}, cursor);
     ::SendMessageW(tip, TTM_TRACKPOSITION, 0, MAKELPARAM(place.x, place.y));
     ::SendMessageW(tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
     tipShown = true;
