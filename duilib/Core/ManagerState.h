@@ -11,10 +11,12 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -36,9 +38,17 @@ inline bool HasClientPoint(UINT message)
     return message >= WM_MOUSEFIRST && message <= WM_MBUTTONDBLCLK;
 }
 
+// For tables by text that are searched without a copy of it.
+struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::wstring_view text) const
+    {
+        return std::hash<std::wstring_view>()(text);
+    }
+};
+
 template <class Value>
-using TextTable =
-    std::unordered_map<std::wstring, Value, Quillet::Text::WideHash, Quillet::Text::WideEqual>;
+using TextTable = std::unordered_map<std::wstring, Value, TextHash, std::equal_to<>>;
 
 // Pictures by name. What is replaced lives on until its name is removed, because holders keep it.
 class ImageTable {
@@ -153,7 +163,7 @@ struct DrawKeyHash {
     using is_transparent = void;
     std::size_t operator()(const DrawKeyView& key) const
     {
-        const Quillet::Text::WideHash hash;
+        const TextHash hash;
         return hash(key.image) * 31 + hash(key.modify);
     }
 };
