@@ -246,7 +246,8 @@ private:
             if (child.main != 0)
                 continue;
             --adjustable;
-            const std::int64_t part = adjustable > 0 ? share : std::max<std::int64_t>(left, 0);
+            const std::int64_t part =
+                std::clamp<std::int64_t>(adjustable > 0 ? share : left, 0, kFarthest);
             child.main = Clamp(static_cast<LONG>(part), child.mainMin, child.mainMax);
             left -= child.main;
             m_total += child.main;

@@ -353,7 +353,7 @@ TEST_F(ContainerScrollTest, ABarMayBeTakenAwayByItsOwnHandler)
 {
     layout.EnableScrollBar(true, false);
     Fill(5, 20);
-    test::Listener remover{[this](void* argument) {
+    test::EventSink remover{[this](void* argument) {
         if (static_cast<TNotifyUI*>(argument)->sType == DUI_MSGTYPE_SCROLL)
             layout.EnableScrollBar(false, false);
         return true;

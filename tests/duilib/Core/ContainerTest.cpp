@@ -9,7 +9,7 @@
 
 using namespace DuiLib;
 using test::ControlHost;
-using test::Listener;
+using test::EventSink;
 using test::Place;
 
 namespace {
@@ -111,7 +111,7 @@ TEST_F(ContainerTest, TakesNeitherNothingNorItselfNorAChildTwice)
 TEST_F(ContainerTest, AChildAddedToAWindowIsInitialisedNamedAndLaidOut)
 {
     host.Layout();
-    Listener initialised{[](void*) { return true; }};
+    EventSink initialised{[](void*) { return true; }};
     auto* const child = new CControlUI;
     child->SetName(L"late");
     child->OnInit += initialised.Delegate();
@@ -217,7 +217,7 @@ TEST_F(ContainerTest, RemoveAllEmptiesTheContainerBeforeAnyHandlerRuns)
 {
     container.SetDelayedDestroy(false);
     int countSeen = -1;
-    Listener onDestroy{[&](void*) {
+    EventSink onDestroy{[&](void*) {
         countSeen = container.GetCount();
         return true;
     }};
@@ -234,7 +234,7 @@ TEST_F(ContainerTest, ADyingChildMayRemoveItsSiblings)
     CControlUI* const a = AddNamed(L"a");
     CControlUI* const b = AddNamed(L"b");
     AddNamed(L"c");
-    Listener onDestroy{[&](void*) {
+    EventSink onDestroy{[&](void*) {
         container.Remove(b);
         return true;
     }};
@@ -251,7 +251,7 @@ TEST_F(ContainerTest, AHandlerMayRemoveEverythingDuringTheLayout)
     AddNamed(L"b");
     AddNamed(L"c");
     host.Layout();
-    Listener resized{[&](void*) {
+    EventSink resized{[&](void*) {
         if (container.GetCount() == 3)
             container.RemoveAt(1);
         return true;
@@ -307,7 +307,7 @@ TEST_F(ContainerTest, AClickedChildMayRemoveItself)
     auto* const button = new CButtonUI;
     container.Add(button);
     host.Layout();
-    Listener listener{[&](void* argument) {
+    EventSink listener{[&](void* argument) {
         if (static_cast<TNotifyUI*>(argument)->sType == DUI_MSGTYPE_CLICK)
             container.RemoveAll();
         return true;

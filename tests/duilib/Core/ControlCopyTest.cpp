@@ -6,7 +6,7 @@
 
 using namespace DuiLib;
 using test::ControlHost;
-using test::Listener;
+using test::EventSink;
 using test::Place;
 
 namespace {
@@ -111,7 +111,7 @@ TEST(ControlValueTest, CustomAttributesAreDuplicated)
 
 TEST(ControlValueTest, DelegatesAreDuplicated)
 {
-    Listener listener{[](void*) { return true; }};
+    EventSink listener{[](void*) { return true; }};
     auto original = std::make_unique<CControlUI>();
     original->OnInit += listener.Delegate();
     CControlUI copy(*original);
@@ -125,7 +125,7 @@ TEST(ControlValueTest, DelegatesAreDuplicated)
 
 TEST(ControlValueTest, AssigningToItselfChangesNothing)
 {
-    Listener listener{[](void*) { return true; }};
+    EventSink listener{[](void*) { return true; }};
     CControlUI control;
     control.SetText(L"t");
     control.AddCustomAttribute(L"a", L"1");

@@ -7,7 +7,7 @@
 
 using namespace DuiLib;
 using test::ControlHost;
-using test::Listener;
+using test::EventSink;
 
 namespace {
 
@@ -90,7 +90,7 @@ TEST_F(ControlEventsTest, AListenerMaySwallowAnEvent)
 {
     bool answer = false;
     int type = 0;
-    Listener listener{[&](void* argument) {
+    EventSink listener{[&](void* argument) {
         type = static_cast<TEventUI*>(argument)->Type;
         return answer;
     }};
@@ -151,7 +151,7 @@ TEST_F(ControlEventsTest, AContextMenuIsNotifiedOnlyWhenUsed)
 TEST_F(ControlEventsTest, NotificationsReachTheSendersListenersFirst)
 {
     std::size_t deliveredBefore = 99;
-    Listener listener{[&](void* argument) {
+    EventSink listener{[&](void* argument) {
         EXPECT_EQ(static_cast<TNotifyUI*>(argument)->pSender, control);
         deliveredBefore = host.Sent().size();
         return true;
@@ -176,7 +176,7 @@ TEST_F(ControlEventsTest, TheCursorOfAControlIsShown)
 
 TEST_F(ControlEventsTest, AControlMayBeRemovedByItsOwnListener)
 {
-    Listener remover{[&](void*) {
+    EventSink remover{[&](void*) {
         parent.Remove(control);
         return true;
     }};
@@ -195,7 +195,7 @@ TEST(ControlInitTest, ChildrenAreInitialisedBeforeTheirContainerAndTheRootNever)
         log += L"on-" + std::wstring(static_cast<CControlUI*>(argument)->GetName()) + L" ";
         return true;
     };
-    Listener listener{note};
+    EventSink listener{note};
     ControlHost host{50, 24};
     auto* const root = new InitLog(log, L"root");
     auto* const middle = new InitLog(log, L"middle");
@@ -214,7 +214,7 @@ TEST(ControlInitTest, ChildrenAreInitialisedBeforeTheirContainerAndTheRootNever)
 TEST(ControlInitTest, DestructionIsAnnouncedWithTheControl)
 {
     CControlUI* announced = nullptr;
-    Listener listener{[&](void* argument) {
+    EventSink listener{[&](void* argument) {
         announced = static_cast<CControlUI*>(argument);
         return true;
     }};

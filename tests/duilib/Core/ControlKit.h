@@ -25,9 +25,9 @@ inline std::ostream& operator<<(std::ostream& out, const Place& place)
 }
 
 // A delegate that calls a function object; it has to outlive the source.
-class Listener {
+class EventSink {
 public:
-    explicit Listener(std::function<bool(void*)> call) : m_call(std::move(call)) {}
+    explicit EventSink(std::function<bool(void*)> call) : m_call(std::move(call)) {}
 
     bool Call(void* argument)
     {
@@ -35,7 +35,7 @@ public:
         return m_call(argument);
     }
     int Calls() const { return m_calls; }
-    auto Delegate() { return DuiLib::MakeDelegate(this, &Listener::Call); }
+    auto Delegate() { return DuiLib::MakeDelegate(this, &EventSink::Call); }
 
 private:
     std::function<bool(void*)> m_call;

@@ -9,7 +9,7 @@
 
 using namespace DuiLib;
 using test::ControlHost;
-using test::Listener;
+using test::EventSink;
 using test::Place;
 using test::UpdateRect;
 using test::Validate;
@@ -180,7 +180,7 @@ TEST(ControlStartTest, ReversedEdgesAreClamped)
 TEST(ControlStartTest, WithoutAWindowNothingIsScaledTimedOrDrawn)
 {
     CControlUI control;
-    Listener resized{[](void*) { return true; }};
+    EventSink resized{[](void*) { return true; }};
     control.OnSize += resized.Delegate();
     control.SetPos({0, 0, 10, 10});
     control.Invalidate();
@@ -295,7 +295,7 @@ TEST_F(ControlTest, PositionsAreAlsoKnownRelativeToTheParent)
 TEST_F(ControlTest, EachNewPositionIsAnnouncedOnceAlsoWhenTheHandlerMovesTheControl)
 {
     auto& control = AddAt({0, 0, 10, 10});
-    Listener resized{[](void* argument) {
+    EventSink resized{[](void* argument) {
         static_cast<CControlUI*>(argument)->SetPos({1, 1, 5, 5});
         return true;
     }};
@@ -401,8 +401,8 @@ TEST_F(ControlTest, ASizeChangesTheLayoutOfTheParent)
 TEST_F(ControlTest, AnUpdateOfALeafDoesNotLayItsParentOut)
 {
     auto& control = AddAt({10, 10, 20, 20});
-    Listener parentResized{[](void*) { return true; }};
-    Listener resized{[](void*) { return true; }};
+    EventSink parentResized{[](void*) { return true; }};
+    EventSink resized{[](void*) { return true; }};
     outer.OnSize += parentResized.Delegate();
     control.OnSize += resized.Delegate();
     control.NeedUpdate();

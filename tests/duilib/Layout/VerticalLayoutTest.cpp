@@ -192,7 +192,7 @@ TEST(VerticalLayoutTest, AChildMayBeRemovedWhileItsSiblingIsPlaced)
         child->SetFixedHeight(20);
         layout.Add(child);
     }
-    test::Listener remover{[&](void*) {
+    test::EventSink remover{[&](void*) {
         if (layout.GetCount() == 4)
             layout.RemoveAt(1);
         return true;
@@ -201,4 +201,19 @@ TEST(VerticalLayoutTest, AChildMayBeRemovedWhileItsSiblingIsPlaced)
     host.Layout();
     host.Layout();
     EXPECT_EQ(Places(layout), L"0,0,200,20 0,20,200,40 0,40,200,60");
+}
+
+TEST(VerticalLayoutTest, HugeNegativePaddingsDoNotOverflow)
+{
+    ControlHost host{200, 120};
+    auto& layout = host.Add<CVerticalLayoutUI>();
+    for (int i = 0; i < 3000; ++i) {
+        auto* const child = new CControlUI;
+        child->SetPadding({-1'000'000, -1'000'000, -1'000'000, -1'000'000});
+        layout.Add(child);
+    }
+    host.Layout();
+    for (int i = 0; i < layout.GetCount(); ++i)
+        ASSERT_GE(layout.GetItemAt(i)->GetHeight(), 0);
+    EXPECT_GT(layout.GetItemAt(0)->GetHeight(), 0);
 }
