@@ -48,8 +48,8 @@ public:
     }
     void Adopt(DuiLib::CControlUI* control);
 
-    // Builds a skin text, with its <Window> element around the controls, and makes it the root; null
-    // when it cannot be built.
+    // Builds a skin text, with its <Window> element around the controls, and makes it the root;
+    // null when it cannot be built.
     DuiLib::CControlUI* Load(const wchar_t* skin,
                              DuiLib::IDialogBuilderCallback* callback = nullptr);
 
