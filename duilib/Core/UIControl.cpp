@@ -105,9 +105,9 @@ CControlUI::~CControlUI()
         return CPaintManagerUI::GetPaintManagers()->Find(manager) >= 0;
     };
     if (m_pFormerManager != nullptr && lives(m_pFormerManager))
-        m_pFormerManager->ReapObjects(this);
+        m_pFormerManager->ForgetDying(this);
     if (m_pManager != nullptr && (!m_bCopied || lives(m_pManager)))
-        m_pManager->ReapObjects(this);
+        m_pManager->ForgetDying(this);
 }
 
 void CControlUI::CopyFrom(const CControlUI& other)

@@ -332,6 +332,11 @@ public:
     void UsedVirtualWnd(bool used);
 
 private:
+    friend class CControlUI;
+
+    // ReapObjects for a control that is about to end, be it the root or waiting for deletion.
+    void ForgetDying(CControlUI* control);
+
     struct State;
     std::unique_ptr<State> m_pState;
 };

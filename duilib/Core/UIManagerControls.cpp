@@ -161,6 +161,12 @@ void CPaintManagerUI::ReapObjects(CControlUI* control)
     std::erase_if(state.queue, [control](const State::Queued& queued) {
         return queued.notification.pSender == control;
     });
+}
+
+void CPaintManagerUI::ForgetDying(CControlUI* control)
+{
+    auto& state = *m_pState;
+    ReapObjects(control);
     state.delayed.erase(control);
     if (state.root == control)
         state.root = nullptr;

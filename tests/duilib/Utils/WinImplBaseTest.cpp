@@ -499,6 +499,28 @@ TEST(WinImplBaseTest, AHookMayEndTheWindowAndItsObject)
     EXPECT_FALSE(::IsWindow(handle));
 }
 
+TEST(WinImplBaseTest, TheControlsEndWithTheWindowsObject)
+{
+    int ended = 0;
+    struct Counter {
+        int* ended;
+        bool OnEnd(void*)
+        {
+            ++*ended;
+            return true;
+        }
+    } counter{&ended};
+    {
+        SkinWindow window;
+        const HWND handle = window.Open();
+        ASSERT_NE(window.rootInInit, nullptr);
+        window.rootInInit->OnDestroy += MakeDelegate(&counter, &Counter::OnEnd);
+        ::DestroyWindow(handle);
+        EXPECT_EQ(ended, 0);
+    }
+    EXPECT_EQ(ended, 1);
+}
+
 TEST(WinImplBaseTest, DefaultsOfAPlainWindow)
 {
     class Plain : public WindowImplBase {
