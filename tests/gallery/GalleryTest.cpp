@@ -85,7 +85,8 @@ TEST_P(GalleryPageTest, ShowingThePage200TimesLeavesNoObject)
     ::DestroyWindow(window.GetHWND());
 }
 
-INSTANTIATE_TEST_SUITE_P(AllPages, GalleryPageTest, testing::Range<std::size_t>(0, 6),
+INSTANTIATE_TEST_SUITE_P(AllPages, GalleryPageTest,
+                         testing::Range<std::size_t>(0, gallery::Pages().size()),
                          [](const auto& test) {
                              std::string name;
                              for (const wchar_t* at = gallery::Pages()[test.param].name; *at; ++at)

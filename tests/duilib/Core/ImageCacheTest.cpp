@@ -94,11 +94,11 @@ TEST_F(ImageCacheTest, MissingPictureIsOneLineHoweverOftenItIsWanted)
 {
     DebugOutput output(L"DuiLib.dll");
     for (int paint = 0; paint < 5; paint++) {
-        EXPECT_EQ(manager.GetImageEx(L"nowhere@150.png"), nullptr);
-        EXPECT_EQ(other.GetImageEx(L"elsewhere.png"), nullptr);
+        EXPECT_EQ(manager.GetImageEx(L"one-line@150.png"), nullptr);
+        EXPECT_EQ(other.GetImageEx(L"one-line-more.png"), nullptr);
     }
     ASSERT_EQ(output.Lines().size(), 2u);
-    EXPECT_NE(output.Lines()[0].find(L"nowhere.png"), std::wstring::npos);
+    EXPECT_NE(output.Lines()[0].find(L"one-line.png"), std::wstring::npos);
 }
 
 TEST_F(ImageCacheTest, ScaledNameFallsBackToThePlainOneSilently)

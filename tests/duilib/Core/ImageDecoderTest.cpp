@@ -431,13 +431,13 @@ TEST_F(ImageDecoderTest, SameFailureIsOneLine)
 {
     DebugOutput output(L"DuiLib.dll");
     for (int attempt = 0; attempt < 5; attempt++) {
-        EXPECT_EQ(Load(L"nowhere.png"), nullptr);
-        EXPECT_EQ(Load(L"elsewhere.png"), nullptr);
+        EXPECT_EQ(Load(L"same-failure.png"), nullptr);
+        EXPECT_EQ(Load(L"other-failure.png"), nullptr);
     }
     EXPECT_EQ(output.Lines().size(), 2u);
-    EXPECT_NE(LastError().find(L"elsewhere.png"), std::wstring::npos);
-    EXPECT_EQ(Load(L"nowhere.png"), nullptr);
-    EXPECT_NE(LastError().find(L"nowhere.png"), std::wstring::npos);
+    EXPECT_NE(LastError().find(L"other-failure.png"), std::wstring::npos);
+    EXPECT_EQ(Load(L"same-failure.png"), nullptr);
+    EXPECT_NE(LastError().find(L"same-failure.png"), std::wstring::npos);
     EXPECT_EQ(output.Lines().size(), 2u);
 }
 

@@ -589,10 +589,10 @@ TEST_F(SvgTest, WhatCannotBeDrawnFailsWithPlaceAndReason)
 
 TEST_F(SvgTest, BrokenDrawingIsOneLineHoweverOftenItIsTried)
 {
-    Write(L"a.svg", "<svg width=\"4\" height=\"4\">");
+    Write(L"one-line.svg", "<svg width=\"4\" height=\"4\">");
     DebugOutput output(L"DuiLib.dll");
     for (int attempt = 0; attempt < 4; attempt++)
-        EXPECT_EQ(Load(L"a.svg"), nullptr);
+        EXPECT_EQ(Load(L"one-line.svg"), nullptr);
     EXPECT_EQ(output.Lines().size(), 1u);
 }
 
