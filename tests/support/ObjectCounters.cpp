@@ -62,21 +62,21 @@ bool Frees(const char* function)
 }
 
 // Code that counts one call and goes on to the real function with all arguments untouched.
-void* MakeCountingStub(volatile LONG64* counter, void* target)
+void* MakeCountingThunk(volatile LONG64* counter, void* target)
 {
     static BYTE* page = nullptr;
     static std::size_t used = 0;
-    constexpr std::size_t kStubSize = 32;
+    constexpr std::size_t kThunkSize = 32;
     constexpr std::size_t kPageSize = 65536;
-    if (!page || used + kStubSize > kPageSize) {
+    if (!page || used + kThunkSize > kPageSize) {
         page = static_cast<BYTE*>(
             ::VirtualAlloc(nullptr, kPageSize, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE));
         used = 0;
     }
-    BYTE* const stub = page + used;
-    used += kStubSize;
+    BYTE* const thunk = page + used;
+    used += kThunkSize;
 
-    BYTE* at = stub;
+    BYTE* at = thunk;
     const auto moveToRax = [&at](const void* value) {
         *at++ = 0x48;
         *at++ = 0xB8;
@@ -89,7 +89,7 @@ void* MakeCountingStub(volatile LONG64* counter, void* target)
     moveToRax(target);
     for (const BYTE byte : {0xFF, 0xE0}) // jmp rax
         *at++ = byte;
-    return stub;
+    return thunk;
 }
 
 void CountGdiplusImport(void*, const char* dll, const char* function, void** slot)
@@ -97,9 +97,9 @@ void CountGdiplusImport(void*, const char* dll, const char* function, void** slo
     if (_stricmp(dll, "gdiplus.dll") != 0)
         return;
     if (Creates(function))
-        ReplaceImport(slot, MakeCountingStub(&g_created, *slot));
+        ReplaceImport(slot, MakeCountingThunk(&g_created, *slot));
     else if (Frees(function))
-        ReplaceImport(slot, MakeCountingStub(&g_freed, *slot));
+        ReplaceImport(slot, MakeCountingThunk(&g_freed, *slot));
 }
 
 void StartCountingGdiplus()
