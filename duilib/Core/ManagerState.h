@@ -180,6 +180,10 @@ class BackBuffer {
 public:
     bool Holds(SIZE size) const { return m_bitmap && size.cx <= m_width && size.cy <= m_height; }
     bool Reserve(SIZE size); // loses the picture when it grows; false without memory for it
+    bool IsWhole(const RECT& rect) const
+    {
+        return rect.left <= 0 && rect.top <= 0 && rect.right >= m_width && rect.bottom >= m_height;
+    }
     HDC Dc() const { return m_dc.get(); }
     std::uint32_t* Row(int y) const { return m_pixels + static_cast<std::size_t>(y) * m_width; }
 
@@ -291,6 +295,8 @@ struct CPaintManagerUI::State {
 
     // Painting (UIManagerPaint.cpp, UIManagerLayered.cpp)
     void Paint();
+    bool IsPaintDue();
+    int QueryUpdateRegion();
     void PaintWithoutRoot();
     bool LayOut();
     bool LayOutDirtyControls();

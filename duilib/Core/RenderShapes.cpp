@@ -96,6 +96,14 @@ void FillOpaque(HDC dc, const RECT& rect, DWORD color)
     ::SetDCBrushColor(dc, previous);
 }
 
+// One wide, along the inside.
+void FrameOpaque(HDC dc, const RECT& rect, DWORD color)
+{
+    const COLORREF previous = ::SetDCBrushColor(dc, ToColorRef(color));
+    ::FrameRect(dc, &rect, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
+    ::SetDCBrushColor(dc, previous);
+}
+
 // A brush writes no alpha, and in a layered window black without alpha is nothing at all. A copied
 // pixel keeps its alpha.
 void FillBlack(HDC dc, const RECT& rect)
@@ -340,6 +348,11 @@ void CRenderEngine::DrawRect(HDC dc, const RECT& rect, int size, DWORD color, in
     const int height = rect.bottom - rect.top;
     if (size >= width - size || size >= height - size) {
         DrawColor(dc, rect, pen);
+        return;
+    }
+    const bool isFrame = size == 1 && DashesOf(style).empty();
+    if (isFrame && AlphaOf(pen) == kOpaqueAlpha && pen != kOpaqueBlack) {
+        FrameOpaque(dc, rect, pen);
         return;
     }
     const LONG innerTop = rect.top + size;

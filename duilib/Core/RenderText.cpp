@@ -3,6 +3,7 @@
 #include "Core/DrawingColor.h"
 #include "Core/GdiplusText.h"
 #include "Core/HtmlText.h"
+#include "Core/PaintPass.h"
 #include "Core/TextCache.h"
 #include "Core/UIManager.h"
 #include "win32/Handles.h"
@@ -12,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace DuiLib {
 
@@ -20,28 +22,35 @@ namespace {
 constexpr std::size_t kLongestKeptText = 512; // longer texts are measured every time
 constexpr std::size_t kKeptMeasurements = 4096;
 
-// A font in a DC with a text colour over the background as it is, until the end of the scope.
+thread_local PaintPass* t_innermostPass = nullptr;
+
+// A font in a DC with a text colour over the background as it is, until the end of the scope. In a
+// paint pass the font stays.
 class TextState {
 public:
-    TextState(HDC dc, HFONT font, DWORD color)
-        : m_dc(dc),
-          m_font(::SelectObject(dc, font)),
-          m_color(::SetTextColor(dc, ToColorRef(color))),
-          m_mode(::SetBkMode(dc, TRANSPARENT))
+    TextState(HDC dc, HFONT font, DWORD color) : m_dc(dc)
     {
+        if (!PaintPass::Covers(dc))
+            m_font = ::SelectObject(dc, font);
+        // A control may have selected a font of its own since the last text.
+        else if (::GetCurrentObject(dc, OBJ_FONT) != font)
+            ::SelectObject(dc, font);
+        m_color = ::SetTextColor(dc, ToColorRef(color));
+        m_mode = ::SetBkMode(dc, TRANSPARENT);
     }
     ~TextState()
     {
         ::SetBkMode(m_dc, m_mode);
         ::SetTextColor(m_dc, m_color);
-        ::SelectObject(m_dc, m_font);
+        if (m_font)
+            ::SelectObject(m_dc, m_font);
     }
     TextState(const TextState&) = delete;
     TextState& operator=(const TextState&) = delete;
 
 private:
     HDC m_dc;
-    HGDIOBJ m_font;
+    HGDIOBJ m_font = nullptr; // null when it stays
     COLORREF m_color;
     int m_mode;
 };
@@ -287,6 +296,29 @@ bool HasNothingToDraw(const RECT& rect, std::wstring_view text, UINT style)
 
 } // namespace
 
+PaintPass::PaintPass(HDC dc) : m_dc(dc), m_outer(std::exchange(t_innermostPass, this)) {}
+
+PaintPass::~PaintPass()
+{
+    t_innermostPass = m_outer;
+}
+
+bool PaintPass::Covers(HDC dc)
+{
+    const PaintPass* pass = t_innermostPass;
+    while (pass && pass->m_dc != dc)
+        pass = pass->m_outer;
+    return pass != nullptr;
+}
+
+void PaintPass::ForgetFont(HFONT font)
+{
+    for (const PaintPass* pass = t_innermostPass; pass; pass = pass->m_outer) {
+        if (::GetCurrentObject(pass->m_dc, OBJ_FONT) == font)
+            ::SelectObject(pass->m_dc, ::GetStockObject(SYSTEM_FONT));
+    }
+}
+
 bool MeasuresAlike(HDC dc)
 {
     return ::GetMapMode(dc) == MM_TEXT && ::GetGraphicsMode(dc) == GM_COMPATIBLE &&
@@ -313,6 +345,7 @@ TextExtent MeasureText(HDC dc, HFONT font, std::wstring_view text)
 
 void ForgetFont(HFONT font)
 {
+    PaintPass::ForgetFont(font);
     Extents().Forget(font);
     TextRects().Forget(font);
     ForgetHtmlTexts(font);

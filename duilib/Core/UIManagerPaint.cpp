@@ -1,5 +1,6 @@
 #include "Core/ManagerState.h"
 
+#include "Core/PaintPass.h"
 #include "Core/UIRender.h"
 
 #include <algorithm>
@@ -66,8 +67,7 @@ void CPaintManagerUI::State::Paint()
     // What a control does while it draws cannot paint the window once more; the rest stays due.
     if (drawing)
         return;
-    RECT due{};
-    if (!::GetUpdateRect(window, &due, FALSE))
+    if (!IsPaintDue())
         return;
     if (!root) {
         PaintWithoutRoot();
@@ -107,6 +107,20 @@ void CPaintManagerUI::State::Paint()
         manager.SendNotify(root, DUI_MSGTYPE_WINDOWSIZE, 0, 0, true);
     if (layoutNeeded && !::IsIconic(window) && client.right > 0 && client.bottom > 0)
         manager.Invalidate();
+}
+
+bool CPaintManagerUI::State::IsPaintDue()
+{
+    const int kind = QueryUpdateRegion();
+    return kind != NULLREGION && kind != ERROR;
+}
+
+// What kind of region is due, which is then in updateRegion.
+int CPaintManagerUI::State::QueryUpdateRegion()
+{
+    if (!updateRegion)
+        updateRegion.reset(::CreateRectRgn(0, 0, 0, 0));
+    return ::GetUpdateRgn(window, updateRegion.get(), FALSE);
 }
 
 void CPaintManagerUI::State::PaintWithoutRoot()
@@ -160,9 +174,7 @@ bool CPaintManagerUI::State::LayOutDirtyControls()
 void CPaintManagerUI::State::CollectDirtyRects(const RECT& client)
 {
     dirtyRects.clear();
-    if (!updateRegion)
-        updateRegion.reset(::CreateRectRgn(0, 0, 0, 0));
-    const int kind = ::GetUpdateRgn(window, updateRegion.get(), FALSE);
+    const int kind = QueryUpdateRegion();
     if (kind == NULLREGION || kind == ERROR)
         return;
 
@@ -240,7 +252,10 @@ void CPaintManagerUI::State::DrawTree(HDC dc, const RECT& dirty)
 {
     const Watch watch(*this);
     const int saved = ::SaveDC(dc);
-    ::IntersectClipRect(dc, dirty.left, dirty.top, dirty.right, dirty.bottom);
+    const PaintPass pass(dc);
+    // A clip makes every drawing dearer, even when it leaves nothing out.
+    if (!buffer.IsWhole(dirty))
+        ::IntersectClipRect(dc, dirty.left, dirty.top, dirty.right, dirty.bottom);
     ::PatBlt(dc, dirty.left, dirty.top, dirty.right - dirty.left, dirty.bottom - dirty.top,
              BLACKNESS);
     if (root)
