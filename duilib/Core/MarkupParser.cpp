@@ -367,6 +367,21 @@ bool Parser::Fail(const wchar_t* where, std::wstring_view reason)
     return false;
 }
 
+// Room for what the text seems to hold, so that a large document is not moved again and again. A
+// text of many tags and quotes that is no markup must not take more memory than its own length.
+void ReserveRoom(MarkupDocument& document, std::wstring_view text)
+{
+    constexpr std::size_t kLeastCharactersOfElement = 24;
+    constexpr std::size_t kLeastCharactersOfAttribute = 8;
+    const auto count = [text](wchar_t ch) {
+        return static_cast<std::size_t>(std::count(text.begin(), text.end(), ch));
+    };
+    document.elements.reserve(
+        std::min(count(L'<') + 1, text.size() / kLeastCharactersOfElement + 1));
+    document.attributes.reserve(
+        std::min(count(L'"') / 2, text.size() / kLeastCharactersOfAttribute + 1));
+}
+
 } // namespace
 
 MarkupPosition MarkupDocument::PositionOf(UINT offset) const
@@ -394,11 +409,11 @@ bool ParseMarkup(MarkupDocument& document, std::unique_ptr<wchar_t[]> text, std:
     // Before the parser cuts the text: positions speak of the text as it was read.
     document.text = std::move(text);
     document.lineStarts.assign(1, 0);
-    const wchar_t* const characters = document.text.get();
-    for (std::size_t i = 0; i < length; ++i) {
-        if (characters[i] == L'\n')
-            document.lineStarts.push_back(static_cast<UINT>(i) + 1);
-    }
+    const std::wstring_view characters(document.text.get(), length);
+    for (auto end = characters.find(L'\n'); end != characters.npos;
+         end = characters.find(L'\n', end + 1))
+        document.lineStarts.push_back(static_cast<UINT>(end) + 1);
+    ReserveRoom(document, characters);
     return Parser(document, length, preserveWhitespace).Run();
 }
 

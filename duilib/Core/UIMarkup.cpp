@@ -76,7 +76,7 @@ DecodedText DecodeBytes(std::span<const BYTE> bytes, UINT codePage)
 
     // No encoding makes more UTF-16 units than it has bytes.
     const auto size = static_cast<int>(bytes.size());
-    decoded.text = std::make_unique<wchar_t[]>(bytes.size() + 1);
+    decoded.text = std::make_unique_for_overwrite<wchar_t[]>(bytes.size() + 1);
     const auto* const from = reinterpret_cast<LPCSTR>(bytes.data());
     int length =
         ::MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, from, size, decoded.text.get(), size);
@@ -135,8 +135,8 @@ bool CMarkup::Load(LPCTSTR text)
         ++text;
 
     const std::size_t length = std::wcslen(text);
-    auto copy = std::make_unique<wchar_t[]>(length + 1);
-    std::wmemcpy(copy.get(), text, length);
+    auto copy = std::make_unique_for_overwrite<wchar_t[]>(length + 1);
+    std::wmemcpy(copy.get(), text, length + 1);
 
     auto document = std::make_shared<MarkupDocument>();
     document->source = kSource;
