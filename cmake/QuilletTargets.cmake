@@ -33,12 +33,14 @@ endif()
 # the programs.
 set(QUILLET_RUNTIME_DLLS "")
 if(MINGW)
-    foreach(dll IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+    set(runtime_dlls libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+    if(QUILLET_CHECKED)
+        list(APPEND runtime_dlls libssp-0.dll)
+    endif()
+    foreach(dll IN LISTS runtime_dlls)
         execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
             OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
         if(NOT IS_ABSOLUTE "${path}")
-            execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-sysroot
-                OUTPUT_VARIABLE sysroot OUTPUT_STRIP_TRAILING_WHITESPACE)
             set(path /usr/x86_64-w64-mingw32/lib/${dll})
         endif()
         list(APPEND QUILLET_RUNTIME_DLLS ${path})
