@@ -295,12 +295,11 @@ struct CPaintManagerUI::State {
 
     // Painting (UIManagerPaint.cpp, UIManagerLayered.cpp)
     void Paint();
-    bool IsPaintDue();
     int QueryUpdateRegion();
     void PaintWithoutRoot();
     bool LayOut();
     bool LayOutDirtyControls();
-    void CollectDirtyRects(const RECT& client);
+    void CollectDirtyRects(const RECT& client, int kind);
     void Draw(const RECT& client);
     void DrawTree(HDC dc, const RECT& dirty);
     void PrintChildren(HDC dc);

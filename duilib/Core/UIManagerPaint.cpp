@@ -67,7 +67,8 @@ void CPaintManagerUI::State::Paint()
     // What a control does while it draws cannot paint the window once more; the rest stays due.
     if (drawing)
         return;
-    if (!IsPaintDue())
+    int due = QueryUpdateRegion();
+    if (due == NULLREGION || due == ERROR)
         return;
     if (!root) {
         PaintWithoutRoot();
@@ -76,6 +77,7 @@ void CPaintManagerUI::State::Paint()
 
     const Watch watch(*this);
     painting = true;
+    const bool mayBecomeMore = focusOwed || layoutNeeded;
     GiveOwedFocus();
     if (!watch.ManagerLives())
         return;
@@ -94,7 +96,9 @@ void CPaintManagerUI::State::Paint()
 
     RECT client{};
     ::GetClientRect(window, &client);
-    CollectDirtyRects(client);
+    if (mayBecomeMore)
+        due = QueryUpdateRegion();
+    CollectDirtyRects(client, due);
     PAINTSTRUCT paint{};
     const HWND painted = window;
     ::BeginPaint(painted, &paint);
@@ -107,12 +111,6 @@ void CPaintManagerUI::State::Paint()
         manager.SendNotify(root, DUI_MSGTYPE_WINDOWSIZE, 0, 0, true);
     if (layoutNeeded && !::IsIconic(window) && client.right > 0 && client.bottom > 0)
         manager.Invalidate();
-}
-
-bool CPaintManagerUI::State::IsPaintDue()
-{
-    const int kind = QueryUpdateRegion();
-    return kind != NULLREGION && kind != ERROR;
 }
 
 // What kind of region is due, which is then in updateRegion.
@@ -169,12 +167,11 @@ bool CPaintManagerUI::State::LayOutDirtyControls()
     return any || firstLayout;
 }
 
-// The parts of the client area that are due: the rectangles of the update region, or the one around
-// them.
-void CPaintManagerUI::State::CollectDirtyRects(const RECT& client)
+// The parts of the client area that are due: the rectangles of the update region, which is of that
+// kind, or the one around them.
+void CPaintManagerUI::State::CollectDirtyRects(const RECT& client, int kind)
 {
     dirtyRects.clear();
-    const int kind = QueryUpdateRegion();
     if (kind == NULLREGION || kind == ERROR)
         return;
 
