@@ -138,7 +138,7 @@ std::optional<wchar_t> ReferencedCharacter(std::wstring_view text)
     constexpr std::size_t kMostDigits = 4;
 
     const auto start = text.find(kOpening);
-    if (start == std::wstring_view::npos)
+    if (start == text.npos)
         return std::nullopt;
     const auto digits = text.substr(start + kOpening.size(), kMostDigits);
     unsigned value = 0;
@@ -233,6 +233,27 @@ std::optional<POINT> PlaceOfLine(const RECT& rect, SIZE line, UINT style)
     return place;
 }
 
+TextExtent MeasureNow(HDC dc, std::wstring_view text)
+{
+    TextExtent extent{};
+    TEXTMETRICW metrics{};
+    ::GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &extent.size);
+    ::GetTextMetricsW(dc, &metrics);
+    extent.overhangs = metrics.tmOverhang != 0;
+    return extent;
+}
+
+// For a text that is not too long to be kept, on a DC that measures like all others.
+TextExtent MeasureOnce(HDC dc, HFONT font, std::wstring_view text)
+{
+    const MeasurementView view{font, 0, {}, text};
+    if (const auto known = Extents().Find(view))
+        return *known;
+    const auto extent = MeasureNow(dc, text);
+    Extents().Keep(view, extent);
+    return extent;
+}
+
 // Draws what DrawTextW would draw, without its work for line breaks, prefixes and ellipses. False
 // when the text may need some of that.
 bool DrawSimpleLine(HDC dc, HFONT font, std::wstring_view text, const RECT& rect, UINT style)
@@ -246,7 +267,7 @@ bool DrawSimpleLine(HDC dc, HFONT font, std::wstring_view text, const RECT& rect
         ::GetTextAlign(dc) != (TA_LEFT | TA_TOP))
         return false;
 
-    const auto extent = MeasureText(dc, font, text);
+    const auto extent = MeasureOnce(dc, font, text);
     if (extent.overhangs)
         return false;
     const auto place = PlaceOfLine(rect, extent.size, style);
@@ -327,20 +348,8 @@ bool MeasuresAlike(HDC dc)
 
 TextExtent MeasureText(HDC dc, HFONT font, std::wstring_view text)
 {
-    const MeasurementView view{font, 0, {}, text};
-    const bool isKept = text.size() <= kLongestKeptText && MeasuresAlike(dc);
-    if (isKept) {
-        if (const auto known = Extents().Find(view))
-            return *known;
-    }
-    TextExtent extent{};
-    TEXTMETRICW metrics{};
-    ::GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &extent.size);
-    ::GetTextMetricsW(dc, &metrics);
-    extent.overhangs = metrics.tmOverhang != 0;
-    if (isKept)
-        Extents().Keep(view, extent);
-    return extent;
+    return text.size() <= kLongestKeptText && MeasuresAlike(dc) ? MeasureOnce(dc, font, text)
+                                                                : MeasureNow(dc, text);
 }
 
 void ForgetFont(HFONT font)
