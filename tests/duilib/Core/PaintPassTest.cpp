@@ -149,7 +149,7 @@ TEST(PaintPassTest, AFontThatAControlLeavesSelectedDoesNotReachTheNextText)
 {
     StepBetweenLabels window;
     const auto expected = window.host.Screen();
-    ASSERT_GT(expected.Count(test::Argb{0xFF000000}), 0);
+    ASSERT_LT(expected.Count(test::Argb{0xFFFFFFFF}), expected.Width() * expected.Height());
     const HFONT large = window.host.Manager().GetFont(kLargeFont);
     bool ran = false;
     window.Repaint([&](HDC dc) { ran = ::SelectObject(dc, large) != nullptr; });
@@ -161,7 +161,7 @@ TEST(PaintPassTest, AFontThatAControlSelectsAndPutsBackDoesNotReachTheNextText)
 {
     StepBetweenLabels window;
     const auto expected = window.host.Screen();
-    ASSERT_GT(expected.Count(test::Argb{0xFF000000}), 0);
+    ASSERT_LT(expected.Count(test::Argb{0xFFFFFFFF}), expected.Width() * expected.Height());
     const HFONT large = window.host.Manager().GetFont(kLargeFont);
     HGDIOBJ put = nullptr;
     window.Repaint([&](HDC dc) {
