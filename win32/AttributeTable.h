@@ -25,6 +25,10 @@ struct AttributeRow {
     void (*apply)(Control& self, LPCTSTR value);
 };
 
+// Told of a value that is not what its row expects; the row still makes of it what it can. Null for
+// nobody; each module has its own.
+inline void (*onBadAttributeValue)(std::wstring_view name, LPCTSTR value) = nullptr;
+
 namespace AttributeDetail {
 
 // Names in tables are plain ASCII, so no other letter has a second case.
@@ -103,6 +107,8 @@ public:
         const auto* row = Find(Text::View(name));
         if (row == nullptr)
             return false;
+        if (row->kind == AttributeKind::Colour && onBadAttributeValue && !Text::IsColour(value))
+            onBadAttributeValue(row->name, value);
         row->apply(control, value != nullptr ? value : L"");
         return true;
     }

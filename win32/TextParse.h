@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cwchar>
+#include <cwctype>
 #include <string_view>
 
 // How attribute values are read. Null pointers read as the empty text.
@@ -95,6 +96,28 @@ inline SIZE ToSize(LPCTSTR text)
     size.cx = numbers.Next();
     size.cy = numbers.Next();
     return size;
+}
+
+// Whether a text is a colour: blanks, an optional '#', one to eight hexadecimal digits, blanks. The
+// empty text stands for no colour.
+inline bool IsColour(LPCTSTR text)
+{
+    if (text == nullptr || *text == L'\0')
+        return true;
+    const auto skipBlanks = [&text] {
+        while (*text > L'\0' && *text <= L' ')
+            ++text;
+    };
+    skipBlanks();
+    if (*text == L'#')
+        ++text;
+    int digits = 0;
+    while (std::iswxdigit(*text)) {
+        ++text;
+        ++digits;
+    }
+    skipBlanks();
+    return *text == L'\0' && digits >= 1 && digits <= 8;
 }
 
 // Hexadecimal ARGB with an optional '#'. Six digits leave the alpha at 0.

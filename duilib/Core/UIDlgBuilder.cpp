@@ -8,6 +8,7 @@
 #include "Core/UIManager.h"
 #include "Core/UIResourceManager.h"
 #include "Core/WindowAttributes.h"
+#include "win32/AttributeTable.h"
 #include "win32/TextParse.h"
 
 #include <algorithm>
@@ -54,6 +55,35 @@ ElementKind KindOf(std::wstring_view name)
     }
     return ElementKind::Control;
 }
+
+// The element whose attributes are being set on this thread, for the reasons of failures.
+class ElementScope {
+public:
+    ElementScope(const MarkupDocument& document, UINT index)
+        : m_document(document), m_index(index), m_outer(s_current)
+    {
+        s_current = this;
+        Quillet::onBadAttributeValue = &ReportBadValue;
+    }
+    ~ElementScope() { s_current = m_outer; }
+    ElementScope(const ElementScope&) = delete;
+    ElementScope& operator=(const ElementScope&) = delete;
+
+private:
+    static void ReportBadValue(std::wstring_view name, LPCTSTR value)
+    {
+        const std::wstring what = std::wstring(name) + L": \"" + value + L"\" is not a colour";
+        ReportFailure(s_current ? s_current->m_document.At(s_current->m_index, what) : what);
+    }
+
+    static thread_local const ElementScope* s_current;
+
+    const MarkupDocument& m_document;
+    UINT m_index;
+    const ElementScope* m_outer;
+};
+
+thread_local const ElementScope* ElementScope::s_current = nullptr;
 
 bool IsDigit(wchar_t ch)
 {
@@ -245,6 +275,7 @@ void CDialogBuilder::ReadHead(Build& build, CMarkupNode root)
 
     if (manager.GetPaintWindow() == nullptr || !EqualsNoCase(root.GetName(), L"Window"))
         return;
+    const ElementScope element(*root.m_pDocument, root.m_uIndex);
     for (int i = 0; i < root.GetAttributeCount(); ++i)
         ApplyWindowAttribute(manager, root.GetAttributeName(i), root.GetAttributeValue(i));
 }
@@ -335,6 +366,7 @@ CControlUI* CDialogBuilder::NewControl(Build& build, LPCTSTR name)
 void CDialogBuilder::SetAttributes(Build& build, CMarkupNode node, CControlUI& control,
                                    CControlUI* parent)
 {
+    const ElementScope element(*node.m_pDocument, node.m_uIndex);
     if (build.manager != nullptr) {
         control.SetManager(build.manager, nullptr, false);
         if (const LPCTSTR defaults = build.manager->GetDefaultAttributeList(node.GetName()))

@@ -147,6 +147,41 @@ TEST_F(BrokenSkinTest, EveryDamagedByteIsSurvived)
     }
 }
 
+TEST_F(BrokenSkinTest, ABadColourIsReadLenientlyAndNamed)
+{
+    for (const char* colour : {"red", "#GG", "#FF00FF00FF", "1 2"}) {
+        CPaintManagerUI::SetLastErrorText(L"");
+        Write(std::string("<Window>\n  <Label text=\"a\" bkcolor=\"") + colour + "\"/></Window>");
+        const std::unique_ptr<CControlUI> root(
+            CDialogBuilder().Create(L"a.xml", nullptr, nullptr, &host.Manager()));
+        ASSERT_NE(root, nullptr);
+        EXPECT_EQ(root->GetText(), L"a");
+        EXPECT_EQ(test::Utf8(CPaintManagerUI::GetLastErrorText().GetData()),
+                  std::string("a.xml(2,3): bkcolor: \"") + colour + "\" is not a colour");
+    }
+}
+
+TEST_F(BrokenSkinTest, AGoodColourLeavesNoReason)
+{
+    for (const char* colour : {"", "#FF112233", "FF112233", " #112233 ", "0"}) {
+        Write(std::string("<Window><Label bkcolor=\"") + colour + "\"/></Window>");
+        const std::unique_ptr<CControlUI> root(
+            CDialogBuilder().Create(L"a.xml", nullptr, nullptr, &host.Manager()));
+        EXPECT_TRUE(CPaintManagerUI::GetLastErrorText().IsEmpty()) << colour;
+    }
+}
+
+TEST_F(BrokenSkinTest, ABadColourOfTheWindowOrSetLaterIsNamedToo)
+{
+    Write("<Window defaultfontcolor=\"blue\"><Control/></Window>");
+    const std::unique_ptr<CControlUI> root(
+        CDialogBuilder().Create(L"a.xml", nullptr, nullptr, &host.Manager()));
+    EXPECT_STREQ(CPaintManagerUI::GetLastErrorText(),
+                 L"a.xml(1,1): defaultfontcolor: \"blue\" is not a colour");
+    root->SetAttribute(L"bordercolor", L"dark");
+    EXPECT_STREQ(CPaintManagerUI::GetLastErrorText(), L"bordercolor: \"dark\" is not a colour");
+}
+
 TEST_F(BrokenSkinTest, NonsenseInAttributesIsReadLeniently)
 {
     const wchar_t* const nonsense[] = {L"",

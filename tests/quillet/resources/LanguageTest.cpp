@@ -86,6 +86,31 @@ TEST_F(LanguageTest, AFailedLoadLeavesTheTexts)
     EXPECT_EQ(Text(L"keep"), L"kept");
 }
 
+TEST_F(LanguageTest, AnUnusableFileIsRefusedWithAReadableReason)
+{
+    struct Unusable {
+        std::string bytes;
+        const wchar_t* place;
+    };
+    const Unusable files[] = {
+        {"", L"broken.xml"},
+        {std::string("\0\x01\x02\xFF\xFE", 5), L"broken.xml"},
+        {"<Language>\n  <Text id=\"a\" val", L"broken.xml(2,"},
+    };
+    manager.LoadLanguage(L"<L><Text id=\"keep\" value=\"kept\"/></L>");
+    const TempFolder folder;
+    CPaintManagerUI::SetResourcePath(folder.Path().c_str());
+    for (const auto& file : files) {
+        folder.Write(L"broken.xml", file.bytes);
+        CPaintManagerUI::SetLastErrorText(L"");
+        EXPECT_EQ(manager.LoadLanguage(L"broken.xml"), 0);
+        const std::wstring reason = CPaintManagerUI::GetLastErrorText().GetData();
+        EXPECT_EQ(reason.substr(0, std::wstring(file.place).size()), file.place);
+        EXPECT_GT(reason.size(), std::wstring(file.place).size() + 2);
+    }
+    EXPECT_EQ(Text(L"keep"), L"kept");
+}
+
 TEST_F(LanguageTest, NamesOfElementsAndAttributesHaveNoCase)
 {
     EXPECT_EQ(manager.LoadLanguage(L"<anything><tExT ID=\"case\" VaLuE=\"any\"/></anything>"), 1);
