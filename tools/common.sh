@@ -60,13 +60,19 @@ build() {
     step "read the compiler's lines above" cmake --build --preset "$preset" --target "$@"
 }
 
+# A second Ctrl+C does not keep the session from ending.
+end_session() {
+    trap '' INT TERM
+    "$source_dir/tools/wine-session" down
+}
+
 # Starts the Wine session unless one runs already, and ends it together with this script.
 start_session() {
     local up=${QUILLET_WINE_HOME:-$source_dir/out/wine}/up
     if [ -e "$up" ] && "$source_dir/tools/wine-session" alive; then
         return
     fi
-    trap '"$source_dir/tools/wine-session" down' EXIT
+    trap end_session EXIT
     trap 'exit 130' INT
     trap 'exit 143' TERM
     step "look for a wineserver or an Xvfb that cannot start" "$source_dir/tools/wine-session" up
