@@ -47,6 +47,7 @@ void RunDialogBench(Report& report);
 void RunFindBench(Report& report);
 void RunMemoryBench(Report& report);
 void RunPaintBench(Report& report);
+void RunResizeBench(Report& report);
 void RunSkinBench(Report& report);
 void RunToggleSwitchBench(Report& report);
 

@@ -75,42 +75,6 @@ private:
     std::vector<std::wstring> m_texts;
 };
 
-// A window without controls, for what the system takes for a repaint anyway.
-class EmptyWindow : public CWindowWnd {
-public:
-    EmptyWindow()
-    {
-        const RECT place{0, 0, kWindow.cx, kWindow.cy};
-        Create(nullptr, L"empty", WS_POPUP, WS_EX_TOOLWINDOW, place);
-        ::ShowWindow(m_hWnd, SW_SHOWNOACTIVATE);
-    }
-    ~EmptyWindow()
-    {
-        if (m_hWnd)
-            ::DestroyWindow(m_hWnd);
-    }
-    EmptyWindow(const EmptyWindow&) = delete;
-    EmptyWindow& operator=(const EmptyWindow&) = delete;
-
-    void Repaint(const RECT& place)
-    {
-        ::InvalidateRect(m_hWnd, &place, FALSE);
-        ::UpdateWindow(m_hWnd);
-    }
-
-protected:
-    LPCTSTR GetWindowClassName() const override { return L"QuilletEmptyBench"; }
-    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override
-    {
-        if (message != WM_PAINT)
-            return CWindowWnd::HandleMessage(message, wParam, lParam);
-        PAINTSTRUCT paint{};
-        ::BeginPaint(m_hWnd, &paint);
-        ::EndPaint(m_hWnd, &paint);
-        return 0;
-    }
-};
-
 void RepaintAllAndOne(Report& report)
 {
     BenchWindow window(kWindow.cx, kWindow.cy);
@@ -121,13 +85,13 @@ void RepaintAllAndOne(Report& report)
                 kLargestToBareGdi});
 
     CControlUI* const control = window.Manager().FindControl(L"control500");
-    EmptyWindow empty;
+    EmptyWindow empty(kWindow.cx, kWindow.cy);
     const auto one = TimeBoth(
         [&] {
             control->Invalidate();
             ::UpdateWindow(window);
         },
-        [&] { empty.Repaint(control->GetPos()); });
+        [&] { empty.Repaint(&control->GetPos()); });
     report.Add({"repaint one control of 1,000 / an empty WM_PAINT", one.cost, one.bare, {}});
     report.Add({"repaint one control less an empty WM_PAINT / repaint all",
                 std::max(one.cost - one.bare, 0.0), all.cost, kLargestOfOneControl});

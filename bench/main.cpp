@@ -13,6 +13,7 @@ int main(int argc, char** argv)
     bench::Report report;
     bench::RunSkinBench(report);
     bench::RunPaintBench(report);
+    bench::RunResizeBench(report);
     bench::RunFindBench(report);
     bench::RunDialogBench(report);
     bench::RunMemoryBench(report);
