@@ -44,10 +44,12 @@ class CPaintManagerUI;
 
 #include "Control/UIButton.h"
 #include "Control/UICheckBox.h"
+#include "Control/UIEdit.h"
 #include "Control/UILabel.h"
 #include "Control/UIOption.h"
 #include "Control/UIProgress.h"
 #include "Control/UIScrollBar.h"
+#include "Control/UISlider.h"
 #include "Control/UIText.h"
 
 #include "Utils/WinImplBase.h"

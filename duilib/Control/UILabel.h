@@ -66,6 +66,7 @@ private:
     friend class CTextUI;
     friend class CButtonUI;
     friend class COptionUI;
+    friend class CEditUI;
 
     // What a measured text depends on besides the text and the label's own settings.
     struct MeasureKey {

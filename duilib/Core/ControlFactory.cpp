@@ -2,10 +2,12 @@
 
 #include "Control/UIButton.h"
 #include "Control/UICheckBox.h"
+#include "Control/UIEdit.h"
 #include "Control/UILabel.h"
 #include "Control/UIOption.h"
 #include "Control/UIProgress.h"
 #include "Control/UIScrollBar.h"
+#include "Control/UISlider.h"
 #include "Control/UIText.h"
 #include "Core/UIContainer.h"
 #include "Core/UIControl.h"
@@ -100,12 +102,14 @@ constexpr KnownClass kKnownClasses[] = {
     {L"CChildLayoutUI", &Make<CChildLayoutUI>},
     {L"CContainerUI", &Make<CContainerUI>},
     {L"CControlUI", &Make<CControlUI>},
+    {L"CEditUI", &Make<CEditUI>},
     {L"CHBoxUI", &Make<CHorizontalLayoutUI>},
     {L"CHorizontalLayoutUI", &Make<CHorizontalLayoutUI>},
     {L"CLabelUI", &Make<CLabelUI>},
     {L"COptionUI", &Make<COptionUI>},
     {L"CProgressUI", &Make<CProgressUI>},
     {L"CScrollBarUI", &Make<CScrollBarUI>},
+    {L"CSliderUI", &Make<CSliderUI>},
     {L"CTabBoxUI", &Make<CTabLayoutUI>},
     {L"CTabLayoutUI", &Make<CTabLayoutUI>},
     {L"CTextUI", &Make<CTextUI>},
