@@ -1,0 +1,17 @@
+#include "interface/Declarations.h"
+
+using namespace DuiLib;
+using namespace interface_test;
+
+namespace {
+
+} // namespace
+
+namespace interface_test {
+
+std::vector<Declaration> Inputs()
+{
+    return Join({});
+}
+
+} // namespace interface_test
