@@ -25,6 +25,7 @@ public:
     void SetScale(int percent);
 
     DuiLib::CPaintManagerUI& Manager() { return m_pm; }
+    Page* ShownPage() const { return m_page.get(); }
     const std::vector<std::string>& TraceLines() const { return m_trace; }
 
     // WindowImplBaseEx:

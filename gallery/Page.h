@@ -25,6 +25,11 @@ public:
     virtual void ScaleChanged() {}
     virtual void Traced() {} // the window wrote a line of its trace
 
+    // What opens beside the page, as menus and further windows do, for the tour's pictures.
+    virtual int Scenes() const { return 0; }
+    virtual void OpenScene(int /*scene*/) {}
+    virtual void CloseScene() {}
+
 protected:
     GalleryWindow& Window() const { return m_window; }
 

@@ -27,20 +27,24 @@ void DispatchWhatIsQueued(HWND window)
     ::UpdateWindow(window);
 }
 
-// What the window shows, read back from the screen.
+RECT ClientOf(HWND window)
+{
+    RECT client{};
+    ::GetClientRect(window, &client);
+    return client;
+}
+
+// A rectangle of a window's client area, or of the screen, read back as it is shown.
 class Screenshot {
 public:
-    explicit Screenshot(HWND window)
+    Screenshot(HWND window, const RECT& area)
+        : m_width(area.right - area.left), m_height(area.bottom - area.top)
     {
-        RECT client{};
-        ::GetClientRect(window, &client);
-        m_width = client.right;
-        m_height = client.bottom;
         const Quillet::WindowDc source(window);
         const Quillet::UniqueMemoryDc memory(::CreateCompatibleDC(source.get()));
         m_bitmap.reset(::CreateCompatibleBitmap(source.get(), m_width, m_height));
         const Quillet::SelectedObject selected(memory.get(), m_bitmap.get());
-        ::BitBlt(memory.get(), 0, 0, m_width, m_height, source.get(), 0, 0, SRCCOPY);
+        ::BitBlt(memory.get(), 0, 0, m_width, m_height, source.get(), area.left, area.top, SRCCOPY);
     }
 
     bool Save(const std::wstring& path) const
@@ -117,6 +121,51 @@ std::wstring Numbered(int scale, const wchar_t* page, const wchar_t* language)
     return std::wstring(page) + L"-" + std::to_wstring(scale) + L"-" + language;
 }
 
+BOOL CALLBACK JoinVisible(HWND window, LPARAM context)
+{
+    auto& area = *reinterpret_cast<RECT*>(context);
+    RECT place{};
+    if (::IsWindowVisible(window) && ::GetWindowRect(window, &place))
+        ::UnionRect(&area, &area, &place);
+    return TRUE;
+}
+
+// The part of the screen that this thread's windows cover.
+RECT AreaOfAllWindows()
+{
+    RECT area{};
+    ::EnumThreadWindows(::GetCurrentThreadId(), JoinVisible, reinterpret_cast<LPARAM>(&area));
+    const RECT screen{0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
+    ::IntersectRect(&area, &area, &screen);
+    return area;
+}
+
+void Keep(const Screenshot& screenshot, const std::wstring& folder, const std::wstring& name,
+          TourResult& result)
+{
+    if (screenshot.Save(folder + L"\\" + name + L".png"))
+        ++result.pictures;
+    else
+        result.problems.push_back(name + L": the picture cannot be written");
+    if (screenshot.Colours() < kFewestColours)
+        result.problems.push_back(name + L": the page is empty");
+}
+
+// Pictures of what the page opens beside itself.
+void VisitScenes(GalleryWindow& window, const std::wstring& name, const std::wstring& folder,
+                 TourResult& result)
+{
+    Page* const page = window.ShownPage();
+    for (int scene = 0; page && scene < page->Scenes(); ++scene) {
+        page->OpenScene(scene);
+        DispatchWhatIsQueued(window.GetHWND());
+        Keep(Screenshot(nullptr, AreaOfAllWindows()), folder,
+             name + L"-scene" + std::to_wstring(scene + 1), result);
+        page->CloseScene();
+        DispatchWhatIsQueued(window.GetHWND());
+    }
+}
+
 void Visit(GalleryWindow& window, const PageEntry& page, int scale, const wchar_t* language,
            const std::wstring& folder, TourResult& result)
 {
@@ -125,13 +174,8 @@ void Visit(GalleryWindow& window, const PageEntry& page, int scale, const wchar_
     static_cast<COptionUI*>(window.Manager().FindControl(option.c_str()))->Selected(true);
     DispatchWhatIsQueued(window.GetHWND());
 
-    const Screenshot screenshot(window.GetHWND());
-    if (screenshot.Save(folder + L"\\" + name + L".png"))
-        ++result.pictures;
-    else
-        result.problems.push_back(name + L": the picture cannot be written");
-    if (screenshot.Colours() < kFewestColours)
-        result.problems.push_back(name + L": the page is empty");
+    Keep(Screenshot(window.GetHWND(), ClientOf(window.GetHWND())), folder, name, result);
+    VisitScenes(window, name, folder, result);
 
     Inspection inspection{&window.Manager(), name, &result.problems};
     window.Manager().GetRoot()->FindControl(Inspect, &inspection, UIFIND_VISIBLE | UIFIND_ME_FIRST);
