@@ -4,6 +4,8 @@
 #include "Control/UICheckBox.h"
 #include "Control/UIEdit.h"
 #include "Control/UILabel.h"
+#include "Control/UIListElement.h"
+#include "Control/UIListHeader.h"
 #include "Control/UIOption.h"
 #include "Control/UIProgress.h"
 #include "Control/UIScrollBar.h"
@@ -106,6 +108,11 @@ constexpr KnownClass kKnownClasses[] = {
     {L"CHBoxUI", &Make<CHorizontalLayoutUI>},
     {L"CHorizontalLayoutUI", &Make<CHorizontalLayoutUI>},
     {L"CLabelUI", &Make<CLabelUI>},
+    {L"CListContainerElementUI", &Make<CListContainerElementUI>},
+    {L"CListHeaderItemUI", &Make<CListHeaderItemUI>},
+    {L"CListHeaderUI", &Make<CListHeaderUI>},
+    {L"CListLabelElementUI", &Make<CListLabelElementUI>},
+    {L"CListTextElementUI", &Make<CListTextElementUI>},
     {L"COptionUI", &Make<COptionUI>},
     {L"CProgressUI", &Make<CProgressUI>},
     {L"CScrollBarUI", &Make<CScrollBarUI>},

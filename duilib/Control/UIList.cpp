@@ -1,0 +1,1 @@
+#include "Control/UIList.h"
