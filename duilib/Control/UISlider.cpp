@@ -88,7 +88,7 @@ void CSliderUI::SetChangeStep(int step)
 
 void CSliderUI::SetThumbSize(SIZE size)
 {
-    m_szThumb = ClampLength(size);
+    m_szThumb = ClampLength(SIZE{std::max(size.cx, 0L), std::max(size.cy, 0L)});
     Invalidate();
 }
 
