@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <typeinfo>
 
 // Attributes as tables: one row per name, found by hash.
 namespace Quillet {
@@ -28,6 +29,13 @@ struct AttributeRow {
 // Told of a value that is not what its row expects; the row still makes of it what it can. Null for
 // nobody; each module has its own.
 inline void (*onBadAttributeValue)(std::wstring_view name, LPCTSTR value) = nullptr;
+
+// Told of the rows of each table, one by one, that is asked for a name it does not have: so asking
+// a control for a name that nobody has tells which attributes it offers, those of its own class
+// first. Null for nobody; each module has its own.
+using AttributeListener = void (*)(const std::type_info& control, std::wstring_view name,
+                                   AttributeKind kind);
+inline AttributeListener onUnknownAttribute = nullptr;
 
 namespace AttributeDetail {
 
@@ -105,8 +113,11 @@ public:
     bool Apply(Control& control, LPCTSTR name, LPCTSTR value) const
     {
         const auto* row = Find(Text::View(name));
-        if (row == nullptr)
+        if (row == nullptr) {
+            if (onUnknownAttribute != nullptr)
+                TellRows();
             return false;
+        }
         if (row->kind == AttributeKind::Colour && onBadAttributeValue && !Text::IsColour(value))
             onBadAttributeValue(row->name, value);
         row->apply(control, value != nullptr ? value : L"");
@@ -116,6 +127,12 @@ public:
     constexpr std::span<const AttributeRow<Control>> Rows() const { return m_rows; }
 
 private:
+    void TellRows() const
+    {
+        for (const auto& row : m_rows)
+            onUnknownAttribute(typeid(Control), row.name, row.kind);
+    }
+
     std::array<AttributeRow<Control>, n> m_rows{};
     std::array<std::uint32_t, n> m_hashes{};
 };

@@ -3,6 +3,7 @@
 #include "Core/Diagnostics.h"
 #include "Core/UIDlgBuilder.h"
 #include "Core/UIManager.h"
+#include "win32/AttributeTable.h"
 #include "win32/TextParse.h"
 
 #include <string>
@@ -10,6 +11,10 @@
 namespace DuiLib {
 
 namespace {
+
+using Quillet::AttributeKind;
+using Quillet::MakeAttributeTable;
+using Quillet::NameMatch;
 
 constexpr int kDeepestNesting = 32; // of child layouts, also when their files differ
 
@@ -84,9 +89,12 @@ void CChildLayoutUI::Init()
 
 void CChildLayoutUI::SetAttribute(LPCTSTR name, LPCTSTR value)
 {
-    if (name != nullptr && Quillet::Text::EqualsNoCase(name, L"xmlfile"))
-        SetChildLayoutXML(value);
-    else
+    using Self = CChildLayoutUI;
+    static constexpr auto kTable = MakeAttributeTable<NameMatch::NoCase, Self>({
+        {L"xmlfile", AttributeKind::Text,
+         [](Self& self, LPCTSTR file) { self.SetChildLayoutXML(file); }},
+    });
+    if (!kTable.Apply(*this, name, value))
         CContainerUI::SetAttribute(name, value);
 }
 

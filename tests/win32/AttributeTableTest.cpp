@@ -113,3 +113,25 @@ TEST(AttributeTableTest, FindsEveryRowOfALargeTable)
         EXPECT_EQ(found->name, row.name);
     }
 }
+
+TEST(AttributeTableTest, AnUnknownNameTellsEveryRow)
+{
+    static std::wstring told;
+    told.clear();
+    Quillet::onUnknownAttribute = [](const std::type_info& control, std::wstring_view name,
+                                     AttributeKind kind) {
+        EXPECT_TRUE(control == typeid(Switch));
+        EXPECT_EQ(kind == AttributeKind::Number, name == L"width");
+        told.append(name).append(L" ");
+    };
+    Switch control;
+    EXPECT_TRUE(control.SetAttribute<NameMatch::NoCase>(L"width", L"3"));
+    EXPECT_EQ(told, L"");
+    EXPECT_FALSE(control.SetAttribute<NameMatch::NoCase>(L"", L""));
+    Quillet::onUnknownAttribute = nullptr;
+    EXPECT_FALSE(control.SetAttribute<NameMatch::NoCase>(L"", L""));
+
+    EXPECT_EQ(std::ranges::count(told, L' '), 3);
+    for (const auto* name : {L"width ", L"text ", L"BkColor "})
+        EXPECT_NE(told.find(name), std::wstring::npos) << name;
+}

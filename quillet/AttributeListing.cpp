@@ -1,0 +1,10 @@
+#include "quillet/AttributeListing.h"
+
+namespace Quillet {
+
+void SetAttributeListener(AttributeListener listener)
+{
+    onUnknownAttribute = listener;
+}
+
+} // namespace Quillet
