@@ -10,6 +10,7 @@ std::span<const PageEntry> Pages()
         {L"texts", MakeTextsPage},
         {L"scale", MakeScalePage},
         {L"toolkit-controls", MakeToolkitControlsPage},
+        {L"toolkit-inputs", MakeToolkitInputsPage},
         {L"toolkit-layouts", MakeToolkitLayoutsPage},
     };
     return kPages;

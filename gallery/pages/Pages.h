@@ -10,6 +10,7 @@ std::unique_ptr<Page> MakeScalePage(GalleryWindow& window);
 std::unique_ptr<Page> MakeTextsPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToggleSwitchPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitControlsPage(GalleryWindow& window);
+std::unique_ptr<Page> MakeToolkitInputsPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitLayoutsPage(GalleryWindow& window);
 
 } // namespace gallery
