@@ -455,11 +455,12 @@ void CSliderUI::PaintThumb(HDC dc)
     else if (isHot)
         color = kThumbHotColor;
     FillRounded(dc, thumb, color);
-    if (IsFocused() && IsEnabled()) {
-        const int diameter = std::min(thumb.right - thumb.left, thumb.bottom - thumb.top);
-        CRenderEngine::DrawRoundRect(dc, thumb, ScaleLength(kFocusRing), diameter, diameter,
-                                     GetAdjustColor(kFocusColor));
-    }
+
+    // An outline smooths the edge, and shows the focus.
+    const bool isFocused = IsFocused() && IsEnabled();
+    const int diameter = std::min(thumb.right - thumb.left, thumb.bottom - thumb.top);
+    CRenderEngine::DrawRoundRect(dc, thumb, isFocused ? ScaleLength(kFocusRing) : 1, diameter,
+                                 diameter, GetAdjustColor(isFocused ? kFocusColor : color));
 }
 
 } // namespace DuiLib

@@ -9,6 +9,8 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 using namespace DuiLib;
 using test::AddColumns;
@@ -354,6 +356,22 @@ TEST_F(EditTest, KeepsTheBrushOfTheNativeBackground)
     for (int round = 0; round < 20; ++round)
         EXPECT_EQ(ask(), first);
     EXPECT_EQ(test::GdiObjects(), before);
+}
+
+TEST_F(EditTest, TheNativeWindowStaysOnTopOfWhatItsParentPaints)
+{
+    edit.SetNativeEditBkColor(kRed.value);
+    edit.SetText(L"text");
+    Focus();
+    host.Paint();
+    ::UpdateWindow(edit.GetHWND());
+    EXPECT_EQ(host.Screen().At(150, 20), kRed);
+    EXPECT_EQ(host.Screen().At(150, 2), kWhite);
+    edit.SetBorderColor(kBlue.value);
+    host.Manager().Invalidate();
+    host.Paint();
+    ::UpdateWindow(edit.GetHWND());
+    EXPECT_EQ(host.Screen().At(150, 20), kRed);
 }
 
 TEST_F(EditTest, WithoutNativeColoursItsOwnCount)
@@ -1024,6 +1042,62 @@ TEST_F(EditPageTest, MovingTheControlMovesItsWindow)
     EXPECT_EQ(after.left, before.left + 20);
     EXPECT_EQ(after.top, before.top + 50);
     EXPECT_EQ(after.right, 116);
+}
+
+// A window as applications write it, with the skin of one edit.
+class EditWindow : public WindowImplBase {
+public:
+    ~EditWindow() override
+    {
+        if (::IsWindow(m_hWnd))
+            ::DestroyWindow(m_hWnd);
+    }
+
+    CEditUI& Open()
+    {
+        Create(nullptr, L"edit", WS_POPUP, WS_EX_TOOLWINDOW, 0, 0, 200, 60);
+        ShowWindow(true, false);
+        ::UpdateWindow(m_hWnd);
+        return *static_cast<CEditUI*>(m_pm.FindControl(L"edit"));
+    }
+
+    LPCTSTR GetWindowClassName() const override { return L"DuiLib.EditTest"; }
+    CDuiString GetSkinFile() override
+    {
+        return LR"(<Window size="200,60"><VerticalLayout>
+            <Edit name="edit" height="30" nativebkcolor="#FF102030"/>
+        </VerticalLayout></Window>)";
+    }
+    void Notify(TNotifyUI& sent) override
+    {
+        types.push_back(sent.sType.GetData());
+        if (sent.sType == DUI_MSGTYPE_RETURN)
+            SendMessage(WM_CLOSE);
+    }
+
+    std::vector<std::wstring> types;
+};
+
+TEST(EditInApplicationWindowTest, WorksAndMayCloseItsWindow)
+{
+    EditWindow window;
+    CEditUI& edit = window.Open();
+    edit.SetFocus();
+    const HWND native = edit.GetHWND();
+    ASSERT_NE(native, nullptr);
+    window.types.clear();
+    Type(edit, L"ab");
+    EXPECT_STREQ(edit.GetText(), L"ab");
+    EXPECT_EQ(window.types, (std::vector<std::wstring>{L"textchanged", L"textchanged"}));
+    {
+        const Canvas canvas(10, 10);
+        window.SendMessage(WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(canvas.Dc()),
+                           reinterpret_cast<LPARAM>(native));
+        EXPECT_EQ(::GetBkColor(canvas.Dc()), RGB(0x10, 0x20, 0x30));
+    }
+    ::SendMessageW(native, WM_KEYDOWN, VK_RETURN, 1);
+    EXPECT_FALSE(::IsWindow(native));
+    EXPECT_FALSE(::IsWindow(window.GetHWND()));
 }
 
 TEST(EditInScrolledContainerTest, TheNativeWindowMovesAndIsCut)
