@@ -308,7 +308,13 @@ struct CPaintManagerUI::State {
     void MultiplyByImage(const RECT& client, const RECT& dirty);
     void ShowLayered();
 
-    // Assets (UIManagerFonts.cpp, UIManagerResources.cpp)
+    // Assets (UIManagerFonts.cpp, UIManagerResources.cpp). Those of a popup's main window come
+    // after its own and before the shared ones.
+    CPaintManagerUI* Lender() const
+    {
+        return lender && lender->state ? &lender->state->manager : nullptr;
+    }
+    TFontInfo* FindOwnFont(int id);
     TFontInfo& DefaultFont();
     TFontInfo* FindFont(int id);
     FontTable& Fonts(bool shared);
@@ -408,6 +414,7 @@ struct CPaintManagerUI::State {
     };
     std::optional<PassedOn> passedOn;
 
+    std::shared_ptr<Life> lender; // of the main window whose assets a popup uses
     OwnColours colours;
     std::unique_ptr<Font> defaultFont;
     FontTable fonts;

@@ -333,6 +333,7 @@ public:
 
 private:
     friend class CControlUI;
+    friend struct PopupLink;
 
     // ReapObjects for a control that is about to end, be it the root or waiting for deletion.
     void ForgetDying(CControlUI* control);

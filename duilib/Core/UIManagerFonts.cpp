@@ -33,6 +33,8 @@ FontTable& CPaintManagerUI::State::Fonts(bool shared)
 
 TFontInfo& CPaintManagerUI::State::DefaultFont()
 {
+    if (!defaultFont && Lender())
+        return Lender()->m_pState->DefaultFont();
     auto& shared = SharedState::Instance().defaultFont;
     if (!defaultFont && !shared)
         shared = std::make_unique<Font>(SystemLook());
@@ -44,8 +46,14 @@ TFontInfo* CPaintManagerUI::State::FindFont(int id)
 {
     if (id < 0)
         return nullptr;
-    TFontInfo* const own = fonts.Find(id, Scale());
+    TFontInfo* const own = FindOwnFont(id);
     return own ? own : Fonts(true).Find(id, Scale());
+}
+
+TFontInfo* CPaintManagerUI::State::FindOwnFont(int id)
+{
+    TFontInfo* const own = fonts.Find(id, Scale());
+    return own || !Lender() ? own : Lender()->m_pState->FindOwnFont(id);
 }
 
 TFontInfo* CPaintManagerUI::GetDefaultFontInfo()
@@ -109,6 +117,8 @@ HFONT CPaintManagerUI::GetFont(LPCTSTR name, int size, bool bold, bool underline
     const FontLook look = LookOf(name, size, bold, underline, italic, strikeout);
     const int scale = m_pState->Scale();
     const TFontInfo* info = m_pState->Fonts(false).Find(look, scale);
+    if (!info && m_pState->Lender())
+        return m_pState->Lender()->GetFont(name, size, bold, underline, italic, strikeout);
     if (!info)
         info = m_pState->Fonts(true).Find(look, scale);
     return info ? info->hFont : nullptr;
@@ -152,6 +162,8 @@ TFontInfo* CPaintManagerUI::GetFontInfo(int id)
 TFontInfo* CPaintManagerUI::GetFontInfo(HFONT font)
 {
     int id = m_pState->fonts.IdOf(font);
+    if (id < 0 && m_pState->Lender())
+        return m_pState->Lender()->GetFontInfo(font);
     if (id < 0)
         id = m_pState->Fonts(true).IdOf(font);
     return GetFontInfo(id);

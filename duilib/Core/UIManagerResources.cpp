@@ -131,6 +131,8 @@ StyleTable& CPaintManagerUI::State::Styles(bool shared)
 
 DWORD CPaintManagerUI::GetDefaultDisabledColor() const
 {
+    if (!m_pState->colours.disabled && m_pState->Lender())
+        return m_pState->Lender()->GetDefaultDisabledColor();
     return m_pState->colours.disabled.value_or(SharedState::Instance().colours.disabled);
 }
 
@@ -145,6 +147,8 @@ void CPaintManagerUI::SetDefaultDisabledColor(DWORD color, bool shared)
 
 DWORD CPaintManagerUI::GetDefaultFontColor() const
 {
+    if (!m_pState->colours.font && m_pState->Lender())
+        return m_pState->Lender()->GetDefaultFontColor();
     return m_pState->colours.font.value_or(SharedState::Instance().colours.font);
 }
 
@@ -159,6 +163,8 @@ void CPaintManagerUI::SetDefaultFontColor(DWORD color, bool shared)
 
 DWORD CPaintManagerUI::GetDefaultLinkFontColor() const
 {
+    if (!m_pState->colours.link && m_pState->Lender())
+        return m_pState->Lender()->GetDefaultLinkFontColor();
     return m_pState->colours.link.value_or(SharedState::Instance().colours.link);
 }
 
@@ -173,6 +179,8 @@ void CPaintManagerUI::SetDefaultLinkFontColor(DWORD color, bool shared)
 
 DWORD CPaintManagerUI::GetDefaultLinkHoverFontColor() const
 {
+    if (!m_pState->colours.linkHover && m_pState->Lender())
+        return m_pState->Lender()->GetDefaultLinkHoverFontColor();
     return m_pState->colours.linkHover.value_or(SharedState::Instance().colours.linkHover);
 }
 
@@ -187,6 +195,8 @@ void CPaintManagerUI::SetDefaultLinkHoverFontColor(DWORD color, bool shared)
 
 DWORD CPaintManagerUI::GetDefaultSelectedBkColor() const
 {
+    if (!m_pState->colours.selectedBack && m_pState->Lender())
+        return m_pState->Lender()->GetDefaultSelectedBkColor();
     return m_pState->colours.selectedBack.value_or(SharedState::Instance().colours.selectedBack);
 }
 
@@ -202,6 +212,8 @@ void CPaintManagerUI::SetDefaultSelectedBkColor(DWORD color, bool shared)
 const TImageInfo* CPaintManagerUI::GetImage(LPCTSTR name)
 {
     const TImageInfo* const own = m_pState->Images(false).Find(View(name));
+    if (!own && m_pState->Lender())
+        return m_pState->Lender()->GetImage(name);
     return own ? own : m_pState->Images(true).Find(View(name));
 }
 
@@ -314,6 +326,8 @@ void CPaintManagerUI::AddDefaultAttributeList(LPCTSTR control, LPCTSTR attribute
 LPCTSTR CPaintManagerUI::GetDefaultAttributeList(LPCTSTR control) const
 {
     const LPCTSTR own = FindText(m_pState->Defaults(false), control);
+    if (!own && m_pState->Lender())
+        return m_pState->Lender()->GetDefaultAttributeList(control);
     return own ? own : FindText(m_pState->Defaults(true), control);
 }
 
@@ -359,6 +373,8 @@ LPCTSTR CPaintManagerUI::GetStyle(LPCTSTR name) const
     if (View(name).empty())
         return nullptr;
     const LPCTSTR own = m_pState->Styles(false).Find(name);
+    if (!own && m_pState->Lender())
+        return m_pState->Lender()->GetStyle(name);
     return own ? own : m_pState->Styles(true).Find(name);
 }
 
