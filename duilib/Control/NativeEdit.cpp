@@ -436,7 +436,9 @@ void CNativeEdit::AfterMessage(UINT message)
     if (m_bEnded)
         return;
     ShowInLayeredWindow(message);
-    if (std::exchange(m_bChanged, false) && m_pOwner)
+
+    // A handler may make the user's next change.
+    while (m_pOwner && !m_bEnded && std::exchange(m_bChanged, false))
         m_pOwner->TakeNativeText();
 }
 

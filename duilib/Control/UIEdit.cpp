@@ -280,7 +280,9 @@ void CEditUI::SetReplaceSel(LPCTSTR text)
         m_nSelectionStart = m_nSelectionEnd =
             first + static_cast<long>(std::char_traits<TCHAR>::length(text));
     }
-    SetText(whole);
+    StoreText(whole);
+    if (m_Native.pWindow)
+        m_Native.pWindow->ShowText(whole);
 }
 
 void CEditUI::SetTipValue(LPCTSTR text)
@@ -610,15 +612,21 @@ void CEditUI::SendKey(WPARAM key)
         m_pManager->SendNotify(this, type);
 }
 
-// What the user typed is taken as it is. May delete this.
+// As it is: not the id of a text, and nothing in it stands for something else.
+void CEditUI::StoreText(const CDuiString& text)
+{
+    m_sText = text;
+    m_bResourceText = false;
+    TextChanged();
+}
+
+// May delete this.
 void CEditUI::TakeNativeText()
 {
     const CDuiString text = m_Native.pWindow->Text();
     if (text == GetText())
         return;
-    m_sText = text;
-    m_bResourceText = false;
-    TextChanged();
+    StoreText(text);
     if (m_pManager && !m_Native.bBarred)
         m_pManager->SendNotify(this, DUI_MSGTYPE_TEXTCHANGED);
 }

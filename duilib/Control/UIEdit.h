@@ -132,6 +132,7 @@ private:
     DWORD NativeTextColor();
     void DrawTip(HDC dc, RECT room);
     void SendKey(WPARAM key);
+    void StoreText(const CDuiString& text);
     void TakeNativeText();
     void OpenOwnMenu();
 

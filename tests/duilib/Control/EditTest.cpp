@@ -430,6 +430,20 @@ TEST_F(EditTest, AHandlerMayReplaceTheTextThatWasTyped)
     host.Manager().RemoveNotifier(&upper);
 }
 
+TEST_F(EditTest, WhatAHandlerTypesIsToldToo)
+{
+    Focus();
+    bool typed = false;
+    Handler more(host.Manager(), L"textchanged", [&](TNotifyUI&) {
+        if (!std::exchange(typed, true))
+            Type(edit, L"b");
+    });
+    Type(edit, L"a");
+    EXPECT_STREQ(edit.GetText(), L"ab");
+    EXPECT_EQ(SentTypes(host), L"textchanged textchanged");
+    host.Manager().RemoveNotifier(&more);
+}
+
 TEST_F(EditTest, TellsTheKeysBeforeTheirEffect)
 {
     Focus();
@@ -674,6 +688,9 @@ TEST_F(EditTest, TheProgramReplacesTheSelectionUntold)
     EXPECT_STREQ(edit.GetText(), L"def");
     edit.SetReplaceSel(L"12");
     EXPECT_STREQ(edit.GetText(), L"12def");
+    edit.SetSelAll();
+    edit.SetReplaceSel(L"{\\n}");
+    EXPECT_STREQ(edit.GetText(), L"{\\n}");
     EXPECT_EQ(host.Sent(L"textchanged").size(), 0u);
 }
 
