@@ -44,11 +44,13 @@ class CPaintManagerUI;
 
 #include "Control/UIButton.h"
 #include "Control/UICheckBox.h"
+#include "Control/UICombo.h"
 #include "Control/UIEdit.h"
 #include "Control/UILabel.h"
 #include "Control/UIList.h"
 #include "Control/UIListElement.h"
 #include "Control/UIListHeader.h"
+#include "Control/UIMenu.h"
 #include "Control/UIOption.h"
 #include "Control/UIProgress.h"
 #include "Control/UIScrollBar.h"

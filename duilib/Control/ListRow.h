@@ -101,13 +101,23 @@ public:
 
     static void FindBody(Row& row)
     {
-        row.m_pBody = nullptr;
+        row.m_pBody = dynamic_cast<CListBodyUI*>(row.m_pParent);
         row.m_uPlaced = 0;
     }
 
-    static void EnsurePlaced(const Row&) {}
+    static void EnsurePlaced(const Row& row)
+    {
+        if (row.m_pBody != nullptr && row.m_uPlaced != row.m_pBody->GetPlacing())
+            row.m_pBody->EnsureRowPlaced(const_cast<Row&>(row), row.m_iIndex);
+    }
 
-    static void HasBeenPlaced(Row&) {}
+    static void HasBeenPlaced(Row& row, const RECT& rect)
+    {
+        if (row.m_pBody == nullptr)
+            return;
+        row.m_uPlaced = row.m_pBody->GetPlacing();
+        row.m_pBody->RowMoved(row, row.m_iIndex, rect);
+    }
 
     static void Invalidate(Row& row)
     {

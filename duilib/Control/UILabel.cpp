@@ -1,5 +1,6 @@
 #include "Control/UILabel.h"
 
+#include "Control/TextStyle.h"
 #include "Core/UIDefine.h"
 #include "Core/UIManager.h"
 #include "Core/UIRender.h"
@@ -17,55 +18,13 @@ namespace Text = Quillet::Text;
 using Quillet::AttributeKind;
 using Quillet::MakeAttributeTable;
 using Quillet::NameMatch;
+using namespace TextStyle;
 
 // What a single line gets above and below its text, together, in device pixels.
 constexpr LONG kLineMargin = 8;
 
 // No text is wider or higher than this; GDI takes 32-bit coordinates, but not near their end.
 constexpr LONG kUnlimited = 0xFFFFF;
-
-constexpr UINT kHorizontalBits = DT_LEFT | DT_CENTER | DT_RIGHT;
-constexpr UINT kVerticalBits = DT_TOP | DT_VCENTER | DT_BOTTOM;
-constexpr UINT kWrapBits = DT_WORDBREAK | DT_EDITCONTROL;
-
-bool Contains(LPCTSTR text, std::wstring_view word)
-{
-    return text && std::wstring_view(text).find(word) != std::wstring_view::npos;
-}
-
-UINT WithHorizontalAlignment(UINT style, LPCTSTR words)
-{
-    if (Contains(words, L"left"))
-        style = (style & ~kHorizontalBits) | DT_LEFT;
-    if (Contains(words, L"center"))
-        style = (style & ~kHorizontalBits) | DT_CENTER;
-    if (Contains(words, L"right"))
-        style = (style & ~kHorizontalBits) | DT_RIGHT;
-    return style;
-}
-
-// Vertical alignment exists for single lines only, so naming one selects a single line.
-UINT WithVerticalAlignment(UINT style, LPCTSTR words)
-{
-    const UINT line = (style & ~(kVerticalBits | kWrapBits)) | DT_SINGLELINE;
-    if (Contains(words, L"top"))
-        style = line | DT_TOP;
-    if (Contains(words, L"vcenter"))
-        style = line | DT_VCENTER;
-    if (Contains(words, L"bottom"))
-        style = line | DT_BOTTOM;
-    return style;
-}
-
-UINT WithFlag(UINT style, UINT flag, bool on)
-{
-    return on ? style | flag : style & ~flag;
-}
-
-UINT WithWordBreak(UINT style, bool on)
-{
-    return on ? (style & ~DT_SINGLELINE) | kWrapBits : (style & ~kWrapBits) | DT_SINGLELINE;
-}
 
 bool SameSize(const SIZE& a, const SIZE& b)
 {

@@ -9,6 +9,7 @@
 #include "Layout/UIVerticalLayout.h"
 
 #include <memory>
+#include <vector>
 
 namespace DuiLib {
 
@@ -52,33 +53,27 @@ class CListUI;
 
 // The scrolled rows of a list, stacked with the full width.
 //
-// Only the rows in view are placed; any other row takes its place when it is asked for it. So a
-// scroll step costs what is visible, whatever the number of rows.
+// Only the rows in sight are placed; any other row takes its place when it is asked for it. So a
+// scroll step costs what is visible, whatever the number of rows. A row that a caller moves with
+// SetPos stays there until the body is scrolled or laid out.
 class UILIB_API CListBodyUI : public CVerticalLayoutUI {
 public:
     explicit CListBodyUI(CListUI* owner);
     ~CListBodyUI() override;
 
     // Stable. The comparison gets two rows as CControlUI* and the data; negative: the first comes
-    // first.
+    // first. FALSE without a comparison.
     BOOL SortItems(PULVCompareFunc compare, UINT_PTR data);
 
     // CContainerUI:
-    int GetScrollStepSize() const override;
+    int GetScrollStepSize() const override; // the owner's
     void SetScrollPos(SIZE position, bool notify = true) override;
-    bool SetItemIndex(CControlUI* control, int index) override;
     int GetItemIndex(CControlUI* control) const override;
-    bool Add(CControlUI* control) override;
-    bool AddAt(CControlUI* control, int index) override;
     bool Remove(CControlUI* control) override;
-    bool RemoveAt(int index) override;
-    void RemoveAll() override;
 
     // CControlUI:
     void SetPos(RECT rect, bool invalidate = true) override;
     void DoEvent(TEventUI& event) override;
-    bool DoPaint(HDC dc, const RECT& paint, CControlUI* stop) override;
-    CControlUI* FindControl(FINDCONTROLPROC procedure, LPVOID data, UINT flags) override;
 
 protected:
     CListUI* m_pOwner;
@@ -87,10 +82,30 @@ protected:
 
 private:
     friend class CListUI;
-    friend class CListElementUI;
-    friend class CListContainerElementUI;
-    class Rows; // the heights, as sums that can be searched
-    std::unique_ptr<Rows> m_pRows;
+    template <class Row>
+    friend class ListRow;
+    struct Layout;
+
+    // CContainerUI and CControlUI:
+    void ChildInserted(int index) override;
+    void ChildRemoved(int index, CControlUI* child) override;
+    void ChildrenRemoved() override;
+    void ShiftChildren(int dx, int dy) override;
+    void GetChildrenInSight(int& first, int& last) const override;
+    void ChildNeedsLayout(CControlUI* child) override;
+
+    void MeasureRows(const RECT& client);
+    void PlaceRowsInSight();
+    void PlaceRow(CControlUI& row, int index);
+    RECT PlaceOf(CControlUI& row, int index) const;
+    unsigned GetPlacing() const; // counts the placings; never 0
+    void EnsureRowPlaced(CControlUI& row, int index);
+    void RowMoved(CControlUI& row, int index, const RECT& rect);
+    void EnsureVisible(int index);
+    int IndexAPageAway(int index, bool forward) const;
+    void ForgetHeights();
+
+    std::unique_ptr<Layout> m_pLayout;
 };
 
 // A list: a header over a scrolled body of rows. XML class "List".
@@ -103,6 +118,7 @@ public:
     static CControlUI* CreateControl();
 
     CListUI();
+    ~CListUI() override;
 
     // The wheel moves the selection instead of scrolling.
     bool GetScrollSelect();
@@ -231,7 +247,6 @@ protected:
     bool m_bMultiSel;
     int m_iCurSel;
     int m_iFirstSel;
-    CStdPtrArray m_aSelItems;
     int m_iCurSelActivate;
     int m_iExpandedItem;
     IListCallbackUI* m_pCallback;
@@ -241,6 +256,30 @@ protected:
 
 private:
     friend class CListBodyUI;
+    class Selection; // which rows are selected, in their order
+
+    void RowInserted(int index);
+    void RowRemoved(int index, CControlUI* row);
+    void RowsRemoved();
+    void RowsSorted(const std::vector<int>& oldIndices);
+    void NumberRows(int first);
+    bool ReplaceHeader(CListHeaderUI* header);
+    bool AddColumn(CControlUI* column, int index);
+    IListItemUI* RowAt(int index) const;
+    bool IsSelectable(int index) const;
+    bool ChangeRow(int index, bool select);
+    bool ChangeOthers(int kept);
+    void SelectRange(int from, int to);
+    void NotifySelected(int index);
+    void QueueSelected(int index);
+    bool SelectByKey(const TEventUI& event);
+    void SelectFromKeyboard(int index);
+    void LayOutColumns();
+    int ColumnsWidth() const;
+    void LookChanged();
+
+    std::unique_ptr<Selection> m_pSelection;
+    bool m_bChangingRow = false; // a row is told what the list knows already
 };
 
 } // namespace DuiLib

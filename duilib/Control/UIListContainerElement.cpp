@@ -160,7 +160,7 @@ int CListContainerElementUI::GetY() const
 
 void CListContainerElementUI::SetPos(RECT rect, bool invalidate)
 {
-    Shared::HasBeenPlaced(*this);
+    Shared::HasBeenPlaced(*this, rect);
     CHorizontalLayoutUI::SetPos(rect, invalidate);
 }
 

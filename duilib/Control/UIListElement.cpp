@@ -155,7 +155,7 @@ int CListElementUI::GetY() const
 
 void CListElementUI::SetPos(RECT rect, bool invalidate)
 {
-    Shared::HasBeenPlaced(*this);
+    Shared::HasBeenPlaced(*this, rect);
     CControlUI::SetPos(rect, invalidate);
 }
 

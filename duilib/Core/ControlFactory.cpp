@@ -2,10 +2,13 @@
 
 #include "Control/UIButton.h"
 #include "Control/UICheckBox.h"
+#include "Control/UICombo.h"
 #include "Control/UIEdit.h"
 #include "Control/UILabel.h"
+#include "Control/UIList.h"
 #include "Control/UIListElement.h"
 #include "Control/UIListHeader.h"
+#include "Control/UIMenu.h"
 #include "Control/UIOption.h"
 #include "Control/UIProgress.h"
 #include "Control/UIScrollBar.h"
@@ -102,6 +105,7 @@ constexpr KnownClass kKnownClasses[] = {
     {L"CCheckBoxUI", &Make<CCheckBoxUI>},
     {L"CChildBoxUI", &Make<CChildLayoutUI>},
     {L"CChildLayoutUI", &Make<CChildLayoutUI>},
+    {L"CComboUI", &Make<CComboUI>},
     {L"CContainerUI", &Make<CContainerUI>},
     {L"CControlUI", &Make<CControlUI>},
     {L"CEditUI", &Make<CEditUI>},
@@ -113,6 +117,9 @@ constexpr KnownClass kKnownClasses[] = {
     {L"CListHeaderUI", &Make<CListHeaderUI>},
     {L"CListLabelElementUI", &Make<CListLabelElementUI>},
     {L"CListTextElementUI", &Make<CListTextElementUI>},
+    {L"CListUI", &Make<CListUI>},
+    {L"CMenuElementUI", &Make<CMenuElementUI>},
+    {L"CMenuUI", &Make<CMenuUI>},
     {L"COptionUI", &Make<COptionUI>},
     {L"CProgressUI", &Make<CProgressUI>},
     {L"CScrollBarUI", &Make<CScrollBarUI>},

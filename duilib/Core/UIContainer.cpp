@@ -73,8 +73,8 @@ CControlUI* CALLBACK Forget(CControlUI* control, LPVOID data)
 
 } // namespace
 
-CContainerUI::ChildWalk::ChildWalk(CContainerUI& container)
-    : m_pContainer(&container), m_pOuter(container.m_pWalks)
+CContainerUI::ChildWalk::ChildWalk(CContainerUI& container, int first)
+    : m_pContainer(&container), m_pOuter(container.m_pWalks), m_nNext(first)
 {
     container.m_pWalks = this;
 }
@@ -144,8 +144,10 @@ bool CContainerUI::SetItemIndex(CControlUI* control, int index)
     if (old == index)
         return true;
     m_items.Remove(old);
-    ChildRemoved(old);
+    WalkRemoved(old);
+    ChildRemoved(old, control);
     m_items.InsertAt(index, control);
+    WalkInserted(index);
     ChildInserted(index);
     NeedUpdate();
     return true;
@@ -175,6 +177,7 @@ bool CContainerUI::Insert(CControlUI* control, int index)
         return false;
     if (!m_items.InsertAt(index, control))
         return false;
+    WalkInserted(index);
     ChildInserted(index);
 
     const ChildWalk watch(*this);
@@ -186,27 +189,32 @@ bool CContainerUI::Insert(CControlUI* control, int index)
         return true;
     if (IsVisible())
         NeedUpdate();
-    else if (m_items.Find(control) >= 0)
+    else if (m_items.GetAt(index) == control || m_items.Find(control) >= 0)
         control->SetInternVisible(false);
     return true;
 }
 
 bool CContainerUI::Remove(CControlUI* control)
 {
-    const int index = control != nullptr ? m_items.Find(control) : -1;
-    if (index < 0)
-        return false;
-    m_items.Remove(index);
-    ChildRemoved(index);
-    NeedUpdate();
-    LetGo(control);
-    return true;
+    return control != nullptr && Detach(m_items.Find(control));
 }
 
 bool CContainerUI::RemoveAt(int index)
 {
-    CControlUI* const control = GetItemAt(index);
-    return control != nullptr && Remove(control);
+    return Detach(index);
+}
+
+bool CContainerUI::Detach(int index)
+{
+    auto* const control = static_cast<CControlUI*>(m_items.GetAt(index));
+    if (control == nullptr)
+        return false;
+    m_items.Remove(index);
+    WalkRemoved(index);
+    ChildRemoved(index, control);
+    NeedUpdate();
+    LetGo(control);
+    return true;
 }
 
 void CContainerUI::RemoveAll()
@@ -218,6 +226,7 @@ void CContainerUI::RemoveAll()
     m_items.Empty();
     for (ChildWalk* walk = m_pWalks; walk != nullptr; walk = walk->m_pOuter)
         walk->m_nNext = 0;
+    ChildrenRemoved();
     NeedUpdate();
 
     const ChildWalk watch(*this);
@@ -231,7 +240,13 @@ void CContainerUI::RemoveAll()
     }
 }
 
-void CContainerUI::ChildInserted(int index)
+void CContainerUI::ChildInserted(int) {}
+
+void CContainerUI::ChildRemoved(int, CControlUI*) {}
+
+void CContainerUI::ChildrenRemoved() {}
+
+void CContainerUI::WalkInserted(int index)
 {
     for (ChildWalk* walk = m_pWalks; walk != nullptr; walk = walk->m_pOuter) {
         if (index < walk->m_nNext)
@@ -239,7 +254,7 @@ void CContainerUI::ChildInserted(int index)
     }
 }
 
-void CContainerUI::ChildRemoved(int index)
+void CContainerUI::WalkRemoved(int index)
 {
     for (ChildWalk* walk = m_pWalks; walk != nullptr; walk = walk->m_pOuter) {
         if (index < walk->m_nNext)

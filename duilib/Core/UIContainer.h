@@ -121,7 +121,7 @@ protected:
     // body may add, remove and delete children and the container itself.
     class UILIB_API ChildWalk {
     public:
-        explicit ChildWalk(CContainerUI& container);
+        explicit ChildWalk(CContainerUI& container, int first = 0);
         ~ChildWalk();
         ChildWalk(const ChildWalk&) = delete;
         ChildWalk& operator=(const ChildWalk&) = delete;
@@ -134,7 +134,7 @@ protected:
         friend class CContainerUI;
         CContainerUI* m_pContainer;
         ChildWalk* m_pOuter;
-        int m_nNext = 0;
+        int m_nNext;
     };
 
     // The rectangle less the inset and the shown bars; and that area as far as it can be scrolled,
@@ -161,13 +161,22 @@ protected:
 private:
     enum class Direction { Vertical, Horizontal };
 
+    // What a container with many children keeps about them. Each is told before any handler runs.
+    virtual void ChildInserted(int index);
+    virtual void ChildRemoved(int index, CControlUI* child);
+    virtual void ChildrenRemoved();
+    // Moves what does not float, after scrolling.
+    virtual void ShiftChildren(int dx, int dy);
+    // The children that may be in sight: from `first` up to `last`, without it.
+    virtual void GetChildrenInSight(int& first, int& last) const;
+
     bool Insert(CControlUI* control, int index);
-    void ChildInserted(int index);
-    void ChildRemoved(int index);
+    bool Detach(int index);
+    void WalkInserted(int index);
+    void WalkRemoved(int index);
     void LetGo(CControlUI* control);
     void HandVisibilityDown();
     CControlUI* FindBelow(FINDCONTROLPROC procedure, LPVOID data, UINT flags);
-    void ShiftChildren(int dx, int dy);
     void ScrollTo(Direction direction, int position);
     bool ScrollByKey(TCHAR key);
     int GetLineStep(Direction direction) const;

@@ -3,6 +3,8 @@
 #include "Control/UIScrollBar.h"
 #include "Core/UIRender.h"
 
+#include <algorithm>
+
 // What lies where in a container: its painting, and the search for the control under a point.
 namespace DuiLib {
 
@@ -22,6 +24,12 @@ bool Meet(const RECT& first, const RECT& second)
 
 } // namespace
 
+void CContainerUI::GetChildrenInSight(int& first, int& last) const
+{
+    first = 0;
+    last = m_items.GetSize();
+}
+
 bool CContainerUI::DoPaint(HDC dc, const RECT& paint, CControlUI* stop)
 {
     RECT visible;
@@ -37,7 +45,10 @@ bool CContainerUI::DoPaint(HDC dc, const RECT& paint, CControlUI* stop)
         return child.IsVisible() && Meet(rect, visible) &&
                (child.IsFloat() || (childrenMeet && Meet(rect, childArea)));
     };
-    for (int i = 0; i < m_items.GetSize(); ++i) {
+    int first;
+    int last;
+    GetChildrenInSight(first, last);
+    for (int i = first; i < last; ++i) {
         auto& child = *static_cast<CControlUI*>(m_items[i]);
         const RECT& rect = child.GetPos();
         if (!isPainted(child, rect))
@@ -58,7 +69,7 @@ bool CContainerUI::DoPaint(HDC dc, const RECT& paint, CControlUI* stop)
         CRenderClip childClip;
         if (clipChildren)
             CRenderClip::GenerateClip(dc, childArea, childClip);
-        for (int i = 0; i < m_items.GetSize(); ++i) {
+        for (int i = first; i < std::min(last, m_items.GetSize()); ++i) {
             auto& child = *static_cast<CControlUI*>(m_items[i]);
             if (&child == stop)
                 return false;
@@ -131,15 +142,21 @@ CControlUI* CContainerUI::FindBelow(FINDCONTROLPROC procedure, LPVOID data, UINT
         return child.FindControl(procedure, data, flags);
     };
 
+    int first = 0;
+    int last = m_items.GetSize();
+    if (hitTest || (flags & UIFIND_UPDATETEST) != 0)
+        GetChildrenInSight(first, last);
     if ((flags & UIFIND_TOP_FIRST) == 0) {
-        for (ChildWalk walk(*this); CControlUI* const child = walk.Next();) {
+        ChildWalk walk(*this, first);
+        for (CControlUI* child = walk.Next(); child != nullptr && walk.GetIndex() < last;
+             child = walk.Next()) {
             if (CControlUI* const found = ask(*child))
                 return found;
         }
         return nullptr;
     }
     const ChildWalk watch(*this);
-    for (int i = m_items.GetSize() - 1; watch.IsAlive() && i >= 0; --i) {
+    for (int i = last - 1; watch.IsAlive() && i >= first; --i) {
         if (i >= m_items.GetSize())
             continue;
         if (CControlUI* const found = ask(*static_cast<CControlUI*>(m_items[i])))

@@ -53,7 +53,7 @@ void CContainerUI::SetPos(RECT rect, bool invalidate)
     ChildWalk walk(*this);
     SIZE needed{};
     for (int i = 0; i < m_items.GetSize(); ++i) {
-        const CControlUI* const child = GetItemAt(i);
+        const auto* const child = static_cast<CControlUI*>(m_items[i]);
         if (!child->IsVisible() || child->IsFloat())
             continue;
         needed.cx = AtLeast(needed.cx, child->GetMinWidth());
@@ -97,7 +97,7 @@ RECT CContainerUI::GetContentArea(const RECT& client, SIZE needed) const
 
 void CContainerUI::SetFloatPos(int index)
 {
-    CControlUI* const child = GetItemAt(index);
+    auto* const child = static_cast<CControlUI*>(m_items.GetAt(index));
     if (child == nullptr || !child->IsVisible() || !child->IsFloat())
         return;
 

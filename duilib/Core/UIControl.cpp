@@ -379,10 +379,13 @@ void CControlUI::NeedUpdate()
         m_pManager->NeedUpdate();
 }
 
+void CControlUI::ChildNeedsLayout(CControlUI*) {}
+
 void CControlUI::NeedParentUpdate()
 {
     CControlUI* parent = GetParent();
     CControlUI* const outdated = parent != nullptr ? parent : this;
+    outdated->ChildNeedsLayout(this);
     outdated->NeedUpdate();
     outdated->Invalidate();
     if (m_pManager != nullptr)

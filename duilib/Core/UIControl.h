@@ -312,6 +312,9 @@ private:
         std::unique_ptr<Entries> m_pEntries;
     };
 
+    // A child wishes another size or place than when it was laid out last.
+    virtual void ChildNeedsLayout(CControlUI* child);
+
     void CopyFrom(const CControlUI& other);
     template <class Value>
     void SetLook(Value& member, Value value);

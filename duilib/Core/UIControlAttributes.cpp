@@ -209,6 +209,12 @@ void CControlUI::SetAttribute(LPCTSTR name, LPCTSTR value)
 {
     using Self = CControlUI;
     static constexpr auto kTable = MakeAttributeTable<NameMatch::NoCase, Self>({
+        // A style that nobody has defined is kept as a custom attribute.
+        {L"style", AttributeKind::Text,
+            [](Self& self, LPCTSTR v) {
+                if (!self.ApplyStyle(v))
+                    self.AddCustomAttribute(L"style", v);
+            }},
         {L"innerstyle", AttributeKind::Text,
             [](Self& self, LPCTSTR v) { self.ApplyAttributeList(v); }},
         {L"name", AttributeKind::Text, [](Self& self, LPCTSTR v) { self.SetName(v); }},
@@ -294,8 +300,6 @@ void CControlUI::SetAttribute(LPCTSTR name, LPCTSTR value)
             }},
     });
 
-    if (EqualsNoCase(View(name), L"style") && ApplyStyle(value))
-        return;
     if (!kTable.Apply(*this, name, value))
         AddCustomAttribute(name, value);
 }

@@ -367,6 +367,8 @@ void CDialogBuilder::SetAttributes(Build& build, CMarkupNode node, CControlUI& c
                                    CControlUI* parent)
 {
     const ElementScope element(*node.m_pDocument, node.m_uIndex);
+    // What a list is given stands in its body or in its header.
+    CControlUI* const holder = control.GetParent() != nullptr ? control.GetParent() : parent;
     if (build.manager != nullptr) {
         control.SetManager(build.manager, nullptr, false);
         if (const LPCTSTR defaults = build.manager->GetDefaultAttributeList(node.GetName()))
@@ -380,7 +382,7 @@ void CDialogBuilder::SetAttributes(Build& build, CMarkupNode node, CControlUI& c
         return;
     // A parent on a window goes on being the parent; all others wait for the root to be attached.
     CPaintManagerUI* const living = parent != nullptr ? parent->GetManager() : nullptr;
-    control.SetManager(living, living != nullptr ? parent : nullptr, false);
+    control.SetManager(living, living != nullptr ? holder : nullptr, false);
 }
 
 void CDialogBuilder::BuildIncluded(Build& build, CMarkupNode node, CControlUI* parent, UINT depth,

@@ -19,15 +19,8 @@ std::int64_t AreaOf(const RECT& rect)
     return static_cast<std::int64_t>(rect.right - rect.left) * (rect.bottom - rect.top);
 }
 
-// Controls that ask for a layout, but not those below another one that does.
-CControlUI* CALLBACK CollectDirty(CControlUI* control, LPVOID data)
+CControlUI* CALLBACK Collect(CControlUI* control, LPVOID data)
 {
-    if (!control->IsUpdateNeeded())
-        return nullptr;
-    for (CControlUI* parent = control->GetParent(); parent; parent = parent->GetParent()) {
-        if (parent->IsUpdateNeeded())
-            return nullptr;
-    }
     static_cast<std::vector<CControlUI*>*>(data)->push_back(control);
     return nullptr;
 }
@@ -152,7 +145,8 @@ bool CPaintManagerUI::State::LayOut()
 bool CPaintManagerUI::State::LayOutDirtyControls()
 {
     layoutQueue.clear();
-    root->FindControl(&CollectDirty, &layoutQueue, UIFIND_VISIBLE | UIFIND_ME_FIRST);
+    // Controls that ask for a layout, but not those below another one that does.
+    root->FindControl(&Collect, &layoutQueue, UIFIND_VISIBLE | UIFIND_UPDATETEST);
     const Watch watch(*this);
     for (std::size_t index = 0; index < layoutQueue.size(); ++index) {
         CControlUI* const control = layoutQueue[index];

@@ -177,7 +177,7 @@ private:
         if constexpr (Axis::kScrollsWhileEstimating)
             Axis::Main(available) += Axis::Main(range);
 
-        m_children.reserve(static_cast<std::size_t>(m_layout.GetCount()));
+        m_children.reserve(static_cast<std::size_t>(m_layout.m_items.GetSize()));
         for (typename Layout::ChildWalk walk(m_layout); CControlUI* const control = walk.Next();) {
             if (control->IsVisible() && !control->IsFloat())
                 m_children.push_back(MeasureChild(*control, available));
