@@ -11,7 +11,18 @@ namespace {
 constexpr UINT kCrashExitCode = 99;
 constexpr int kMostFrames = 40;
 
-// Prints "module+offset" of each frame; the module's image base and addr2line give the line.
+LONG WINAPI OnCrash(EXCEPTION_POINTERS* exception)
+{
+    std::fprintf(stderr, "CRASH %08lx\n",
+                 static_cast<unsigned long>(exception->ExceptionRecord->ExceptionCode));
+    PrintStack(*exception->ContextRecord);
+    std::fflush(nullptr);
+    ::TerminateProcess(::GetCurrentProcess(), kCrashExitCode);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
+} // namespace
+
 void PrintStack(CONTEXT context)
 {
     for (int i = 0; i < kMostFrames && context.Rip != 0; ++i) {
@@ -39,18 +50,6 @@ void PrintStack(CONTEXT context)
                            &handlerData, &establisherFrame, nullptr);
     }
 }
-
-LONG WINAPI OnCrash(EXCEPTION_POINTERS* exception)
-{
-    std::fprintf(stderr, "CRASH %08lx\n",
-                 static_cast<unsigned long>(exception->ExceptionRecord->ExceptionCode));
-    PrintStack(*exception->ContextRecord);
-    std::fflush(nullptr);
-    ::TerminateProcess(::GetCurrentProcess(), kCrashExitCode);
-    return EXCEPTION_EXECUTE_HANDLER;
-}
-
-} // namespace
 
 void InstallCrashFilter()
 {

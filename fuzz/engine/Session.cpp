@@ -1,0 +1,191 @@
+#include "fuzz/engine/Session.h"
+
+#include "fuzz/engine/Complaint.h"
+#include "fuzz/engine/Growth.h"
+#include "fuzz/engine/GuardedHeap.h"
+#include "fuzz/engine/GuardedRegion.h"
+#include "fuzz/engine/Record.h"
+#include "fuzz/engine/Watchdog.h"
+
+#include <algorithm>
+#include <bit>
+#include <chrono>
+#include <cstdio>
+#include <unordered_set>
+
+namespace fuzz {
+
+namespace {
+
+constexpr std::size_t kLargestInput = 16 * 1024;
+constexpr std::size_t kLargestPool = 2000;
+constexpr std::uint64_t kRestEvery = 500;
+constexpr std::uint64_t kRepeatEvery = 100;
+constexpr std::uint64_t kFirstCount = 10'000;
+constexpr std::uint64_t kProgressEvery = 20'000;
+
+// The running number for the watchdog, as long as something runs.
+class Running {
+public:
+    Running(ByteView input, std::uint64_t number)
+    {
+        Record::Instance().input = input;
+        Record::Instance().execution = number;
+    }
+    ~Running() { Record::Instance().execution = 0; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+};
+
+GuardedRegion& InputRegion()
+{
+    static GuardedRegion region(16 * 1024 * 1024);
+    return region;
+}
+
+class Session {
+public:
+    Session(const Target& target, const SessionOptions& options)
+        : m_target(target),
+          m_options(options),
+          m_pool(target.seeds()),
+          m_mutator(options.seed, target.dictionary(), kLargestInput)
+    {
+        auto& record = Record::Instance();
+        record.target = target.name;
+        record.seed = options.seed;
+        record.folder = options.saveFolder;
+    }
+
+    SessionResult Run()
+    {
+        const auto seeds = m_pool;
+        for (const auto& seed : seeds) {
+            if (IsOver())
+                break;
+            Execute(seed);
+        }
+        while (!IsOver())
+            Execute(m_mutator.Make(m_pool));
+        Rest();
+        if (m_counted && m_failure.empty())
+            m_failure = FindGrowth(m_before, CountHoldings());
+        return {m_executions, Seconds(), m_pool.size(), m_failure};
+    }
+
+private:
+    bool IsOver() const
+    {
+        return !m_failure.empty() || m_executions >= m_options.executions ||
+               (m_options.longest > 0 && Seconds() > m_options.longest);
+    }
+    double Seconds() const
+    {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
+    }
+
+    void Execute(const Bytes& input)
+    {
+        const std::uint64_t news = RunNumbered(input);
+        if (m_seen.insert(news).second)
+            Keep(input);
+        if (m_executions % kRepeatEvery == 0)
+            LookForLeak(input);
+        if (m_executions % kRestEvery == 0)
+            Rest();
+        if (m_executions == std::min(kFirstCount, m_options.executions / 2)) {
+            Rest();
+            m_before = CountHoldings();
+            m_counted = true;
+        }
+        if (m_options.progress && m_executions % kProgressEvery == 0) {
+            std::printf("%llu executions, %.0f s, %llu inputs in the pool\n",
+                        static_cast<unsigned long long>(m_executions), Seconds(),
+                        static_cast<unsigned long long>(m_pool.size()));
+            std::fflush(stdout);
+        }
+    }
+
+    // How the run went, roughly: how much it allocated and what the toolkit complained about.
+    std::uint64_t RunNumbered(const Bytes& input)
+    {
+        ++m_executions;
+        ClearComplaint();
+        const auto before = GuardedHeap::Count().allocations;
+        {
+            const ByteView guarded = InputRegion().Place(input);
+            const Running running(guarded, m_executions);
+            m_target.run(guarded);
+        }
+        const auto allocations = GuardedHeap::Count().allocations - before;
+        const auto magnitude = static_cast<unsigned>(std::bit_width(allocations));
+        const auto detail = magnitude > 3 ? allocations >> (magnitude - 3) : allocations;
+        return HashStep(HashStep(ComplaintHash(), magnitude), detail);
+    }
+
+    void Keep(const Bytes& input)
+    {
+        if (m_pool.size() < kLargestPool)
+            m_pool.push_back(input);
+        else
+            m_pool[m_mutator.Dice().Below(m_pool.size())] = input;
+    }
+
+    void Rest() const
+    {
+        if (m_target.rest)
+            m_target.rest();
+    }
+
+    // What is left of a run at each repetition is lost. Caches are as full as they get by then.
+    void LookForLeak(const Bytes& input)
+    {
+        constexpr int kRepetitions = 4;
+        std::int64_t least = INT64_MAX;
+        Rest();
+        RunNumbered(input);
+        Rest();
+        auto before = GuardedHeap::Count().blocks;
+        for (int i = 0; i < kRepetitions; ++i) {
+            RunNumbered(input);
+            Rest();
+            const auto after = GuardedHeap::Count().blocks;
+            least = std::min(least, after - before);
+            before = after;
+        }
+        if (least > 0) {
+            const Running running(InputRegion().Place(input), m_executions);
+            Record::Instance().Report("leak");
+            m_failure = std::to_string(least) + " blocks are left of every run";
+        }
+    }
+
+    const Target& m_target;
+    const SessionOptions& m_options;
+    std::vector<Bytes> m_pool;
+    Mutator m_mutator;
+    Watchdog m_watchdog;
+    std::unordered_set<std::uint64_t> m_seen;
+    std::uint64_t m_executions = 0;
+    std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+    Holdings m_before{};
+    bool m_counted = false;
+    std::string m_failure;
+};
+
+} // namespace
+
+SessionResult RunSession(const Target& target, const SessionOptions& options)
+{
+    return Session(target, options).Run();
+}
+
+void RunOnce(const Target& target, ByteView input)
+{
+    const ByteView guarded = InputRegion().Place(input);
+    Record::Instance().target = target.name;
+    const Running running(guarded, 1);
+    target.run(guarded);
+}
+
+} // namespace fuzz

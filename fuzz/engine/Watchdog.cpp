@@ -1,0 +1,82 @@
+#include "fuzz/engine/Watchdog.h"
+
+#include "fuzz/engine/Record.h"
+#include "support/CrashFilter.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace fuzz {
+
+namespace {
+
+constexpr DWORD kInterval = 50;                       // milliseconds
+constexpr ULONGLONG kLongestWork = 1'000 * 10'000ull; // in units of 100 nanoseconds
+constexpr ULONGLONG kLongestWait = 60'000;            // milliseconds
+
+HANDLE DuplicateOfThisThread()
+{
+    HANDLE thread = nullptr;
+    ::DuplicateHandle(::GetCurrentProcess(), ::GetCurrentThread(), ::GetCurrentProcess(), &thread,
+                      0, FALSE, DUPLICATE_SAME_ACCESS);
+    return thread;
+}
+
+ULONGLONG WorkOf(HANDLE thread)
+{
+    FILETIME created{}, ended{}, kernel{}, user{};
+    ::GetThreadTimes(thread, &created, &ended, &kernel, &user);
+    const auto number = [](const FILETIME& time) {
+        return static_cast<ULONGLONG>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+    };
+    return number(kernel) + number(user);
+}
+
+} // namespace
+
+Watchdog::Watchdog()
+    : m_watched(DuplicateOfThisThread()),
+      m_end(::CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      m_thread(&Watchdog::Watch, this)
+{
+}
+
+Watchdog::~Watchdog()
+{
+    ::SetEvent(m_end.get());
+    m_thread.join();
+}
+
+void Watchdog::Watch()
+{
+    const auto& record = Record::Instance();
+    std::uint64_t watched = 0;
+    ULONGLONG workBefore = 0;
+    ULONGLONG start = 0;
+    while (::WaitForSingleObject(m_end.get(), kInterval) == WAIT_TIMEOUT) {
+        const std::uint64_t running = record.execution;
+        if (running == 0 || running != watched) {
+            watched = running;
+            workBefore = WorkOf(m_watched.get());
+            start = ::GetTickCount64();
+        } else if (WorkOf(m_watched.get()) - workBefore > kLongestWork ||
+                   ::GetTickCount64() - start > kLongestWait) {
+            ReportHang();
+        }
+    }
+}
+
+void Watchdog::ReportHang()
+{
+    ::SuspendThread(m_watched.get());
+    Record::Instance().Report("hang");
+    CONTEXT context{};
+    context.ContextFlags = CONTEXT_FULL;
+    if (::GetThreadContext(m_watched.get(), &context))
+        test::PrintStack(context);
+    ::TerminateProcess(::GetCurrentProcess(), kHangExitCode);
+    for (;;)
+        ::Sleep(INFINITE);
+}
+
+} // namespace fuzz

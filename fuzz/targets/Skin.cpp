@@ -1,0 +1,80 @@
+#include "fuzz/Names.h"
+#include "fuzz/engine/Files.h"
+#include "fuzz/engine/GuardedText.h"
+#include "fuzz/targets/HiddenWindow.h"
+#include "fuzz/targets/TargetList.h"
+#include "fuzz/targets/Words.h"
+
+namespace fuzz {
+
+using namespace DuiLib;
+
+namespace {
+
+class QuilletControls : public IDialogBuilderCallback {
+public:
+    // IDialogBuilderCallback:
+    CControlUI* CreateControl(LPCTSTR name) override
+    {
+        for (const auto& control : kQuilletControls) {
+            if (std::wstring_view(control.name) == name)
+                return control.create();
+        }
+        return nullptr;
+    }
+};
+
+void Run(ByteView input)
+{
+    static GuardedText text(64 * 1024);
+    const auto hash = HashOf(input);
+    std::wstring skin = Widen(input);
+
+    // Anything else is the name of a file.
+    if (!skin.starts_with(L'<'))
+        skin.insert(skin.begin(), L'<');
+    CPaintManagerUI::SetResourcePath((SourceFolder() + L"gallery/skin").c_str());
+    QuilletControls controls;
+    HiddenWindow window;
+    if ((hash & 3) == 0)
+        window.Manager().SetDPI(144);
+    CDialogBuilder builder;
+    CControlUI* const root =
+        builder.Create(STRINGorID(text.Place(skin)), nullptr, &controls, &window.Manager());
+    if (!root)
+        return;
+    window.Manager().AttachDialog(root);
+    ::SetWindowPos(window.GetHWND(), nullptr, 0, 0, HiddenWindow::kWidth, HiddenWindow::kHeight,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    window.LayOutAndPaint();
+    if (hash % 16 == 1)
+        window.ShowAndPaint();
+    if (hash % 2 == 0) {
+        window.Use(hash);
+        window.Tick();
+        window.Pump();
+        window.LayOutAndPaint();
+    }
+}
+
+std::vector<Bytes> Seeds()
+{
+    auto seeds = SeedFolder(L"skin");
+    Append(seeds, GalleryFiles(L".xml"));
+    return seeds;
+}
+
+std::vector<Bytes> Dictionary()
+{
+    auto words = DictionaryFile(L"markup");
+    Append(words, ControlNames());
+    Append(words, AttributeNames());
+    Append(words, AttributeValues());
+    return words;
+}
+
+} // namespace
+
+const Target kSkinTarget{"skin", &Run, &Seeds, &Dictionary};
+
+} // namespace fuzz
