@@ -2,6 +2,7 @@
 
 #include "Control/ComboDropWindow.h"
 #include "Control/PopupGlyphs.h"
+#include "Control/TextStyle.h"
 #include "Core/UIDefine.h"
 #include "Core/UIManager.h"
 #include "Core/UIRender.h"
@@ -9,7 +10,6 @@
 #include "win32/TextParse.h"
 
 #include <algorithm>
-#include <string_view>
 
 // How a combo and its items look, and the attributes that say so.
 namespace DuiLib {
@@ -17,6 +17,7 @@ namespace DuiLib {
 namespace {
 
 using namespace Quillet::Text;
+using namespace TextStyle;
 using Quillet::AttributeKind;
 using Quillet::MakeAttributeTable;
 using Quillet::NameMatch;
@@ -35,48 +36,6 @@ constexpr int kArrowHalfWidth = 4;
 constexpr int kArrowThickness = 2;
 constexpr int kTextIndent = 6;
 constexpr int kLineMargin = 12; // above and below the text, together
-
-constexpr UINT kHorizontalBits = DT_LEFT | DT_CENTER | DT_RIGHT;
-constexpr UINT kVerticalBits = DT_TOP | DT_VCENTER | DT_BOTTOM;
-constexpr UINT kWrapBits = DT_WORDBREAK | DT_EDITCONTROL;
-
-bool Contains(LPCTSTR text, std::wstring_view word)
-{
-    return View(text).find(word) != std::wstring_view::npos;
-}
-
-UINT WithHorizontalAlignment(UINT style, LPCTSTR words)
-{
-    if (Contains(words, L"left"))
-        style = (style & ~kHorizontalBits) | DT_LEFT;
-    if (Contains(words, L"center"))
-        style = (style & ~kHorizontalBits) | DT_CENTER;
-    if (Contains(words, L"right"))
-        style = (style & ~kHorizontalBits) | DT_RIGHT;
-    return style;
-}
-
-UINT WithVerticalAlignment(UINT style, LPCTSTR words)
-{
-    const UINT line = (style & ~(kVerticalBits | kWrapBits)) | DT_SINGLELINE;
-    if (Contains(words, L"top"))
-        style = line | DT_TOP;
-    if (Contains(words, L"vcenter"))
-        style = line | DT_VCENTER;
-    if (Contains(words, L"bottom"))
-        style = line | DT_BOTTOM;
-    return style;
-}
-
-UINT WithFlag(UINT style, UINT flag, bool on)
-{
-    return on ? style | flag : style & ~flag;
-}
-
-UINT WithWordBreak(UINT style, bool on)
-{
-    return on ? (style & ~DT_SINGLELINE) | kWrapBits : (style & ~kWrapBits) | DT_SINGLELINE;
-}
 
 } // namespace
 

@@ -189,6 +189,7 @@ bool CComboUI::Remove(CControlUI* control)
         return false;
     if (m_pDrop != nullptr)
         m_pDrop->Forget(control);
+    Disown(control);
     const ChildWalk life(*this);
     if (!CContainerUI::Remove(control))
         return false;
@@ -210,6 +211,8 @@ void CComboUI::RemoveAll()
         for (int i = 0; i < GetCount(); ++i)
             m_pDrop->Forget(GetItemAt(i));
     }
+    for (int i = 0; i < GetCount(); ++i)
+        Disown(GetItemAt(i));
     const ChildWalk life(*this);
     const int old = std::exchange(m_iCurSel, -1);
     CContainerUI::RemoveAll();
@@ -218,6 +221,15 @@ void CComboUI::RemoveAll()
     ItemsChanged();
     if (old >= 0 && m_pManager != nullptr)
         m_pManager->SendNotify(this, DUI_MSGTYPE_ITEMSELECT, static_cast<WPARAM>(-1), old);
+}
+
+// An item that goes, and may live on elsewhere, is selected nowhere.
+void CComboUI::Disown(CControlUI* control)
+{
+    if (IListItemUI* const item = ItemOf(control)) {
+        item->SetOwner(nullptr);
+        item->Select(false);
+    }
 }
 
 // The selection moves to a neighbour of an item that is gone.

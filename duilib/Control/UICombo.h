@@ -186,6 +186,7 @@ private:
     void ItemsChanged();
     void Renumber(int from);
     void ItemRemoved(int index);
+    static void Disown(CControlUI* control);
     template <class Compare>
     void Sort(Compare compare);
 

@@ -548,15 +548,18 @@ SIZE CMenuElementUI::EstimateSize(SIZE available)
             CRenderEngine::DrawText(m_pManager->GetPaintDC(), m_pManager, extent, text, 0,
                                     info->nFont, style);
         width += extent.right - extent.left;
+    } else {
+        width = 0;
     }
-    LONG controls = 0;
+
+    // Controls stand beside the text.
     for (int i = 0; i < m_items.GetSize(); ++i) {
         auto& control = *static_cast<CControlUI*>(m_items.GetAt(i));
         const RECT padding = control.GetPadding();
         if (control.IsVisible() && !control.IsFloat())
-            controls += control.EstimateSize(available).cx + padding.left + padding.right;
+            width += control.EstimateSize(available).cx + padding.left + padding.right;
     }
-    size.cx = std::max({width, controls, static_cast<LONG>(ScaleLength(ITEM_DEFAULT_WIDTH))});
+    size.cx = std::max<LONG>(width, ScaleLength(ITEM_DEFAULT_WIDTH));
     return size;
 }
 

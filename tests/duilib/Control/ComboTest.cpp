@@ -396,6 +396,20 @@ TEST_F(ComboTest, RemovingTheSelectedItemSelectsANeighbour)
     EXPECT_FALSE(combo.RemoveAt(0));
 }
 
+TEST_F(ComboTest, AnItemThatIsTakenOutBelongsToNobody)
+{
+    auto& combo = Make();
+    combo.SetAutoDestroy(false);
+    const std::unique_ptr<CListLabelElementUI> kept(&Item(combo, 1));
+    combo.SelectItem(1);
+    EXPECT_TRUE(combo.Remove(kept.get()));
+    EXPECT_EQ(kept->GetOwner(), nullptr);
+    EXPECT_FALSE(kept->IsSelected());
+    EXPECT_EQ(kept->GetManager(), nullptr);
+    EXPECT_EQ(combo.GetCurSel(), 1);
+    combo.SetAutoDestroy(true);
+}
+
 TEST_F(ComboTest, RemoveAllEndsTheSelection)
 {
     auto& combo = Make();

@@ -216,7 +216,8 @@ TEST_F(MenuElementTest, IsAsWideAsItsTextNeedsAndAtLeastTheDefault)
     auto& menu = Menu(LR"(<MenuElement text="x"/>
         <MenuElement text="mmmmmmmmmmmmmmmmmmmmmmmmmmmmmm"/>
         <MenuElement text="" width="77"/>
-        <MenuElement><Control width="200" padding="5,0,5,0"/></MenuElement>)");
+        <MenuElement><Control width="200" padding="5,0,5,0"/></MenuElement>
+        <MenuElement text="x"><Control width="200"/></MenuElement>)");
     EXPECT_EQ(Element(menu, 0).EstimateSize({500, 500}).cx, 150);
     const SIZE wide = Element(menu, 1).EstimateSize({500, 500});
     const SIZE text = test::MeasureLine(host.Manager(), L"mmmmmmmmmmmmmmmmmmmmmmmmmmmmmm");
@@ -224,9 +225,11 @@ TEST_F(MenuElementTest, IsAsWideAsItsTextNeedsAndAtLeastTheDefault)
     EXPECT_EQ(wide.cy, 30);
     EXPECT_EQ(Element(menu, 2).EstimateSize({500, 500}).cx, 77);
     EXPECT_EQ(Element(menu, 3).EstimateSize({500, 500}).cx, 210);
+    EXPECT_EQ(Element(menu, 4).EstimateSize({500, 500}).cx,
+              26 + test::MeasureLine(host.Manager(), L"x").cx + 12 + 200);
     const SIZE all = menu.EstimateSize({500, 500});
     EXPECT_EQ(all.cx, wide.cx + 2);
-    EXPECT_EQ(all.cy, 4 * 30 + 8);
+    EXPECT_EQ(all.cy, 5 * 30 + 8);
 }
 
 TEST_F(MenuElementTest, ALineIsThinAndCannotBeChosen)
