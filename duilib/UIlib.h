@@ -54,7 +54,9 @@ class CPaintManagerUI;
 #include "Control/UIOption.h"
 #include "Control/UIProgress.h"
 #include "Control/UIScrollBar.h"
+#include "Control/UIShadow.h"
 #include "Control/UISlider.h"
 #include "Control/UIText.h"
+#include "Control/UITrayIcon.h"
 
 #include "Utils/WinImplBase.h"

@@ -2,9 +2,11 @@
 
 #include "Core/UIManager.h"
 
+#include "Control/UIShadow.h"
 #include "Core/FontTable.h"
 #include "Core/UIControl.h"
 #include "Core/WalkedList.h"
+#include "win32/ComPointer.h"
 #include "win32/GdiPlus.h"
 #include "win32/Handles.h"
 #include "win32/TextParse.h"
@@ -346,6 +348,8 @@ struct CPaintManagerUI::State {
     bool gdiplusText = false;
     int textRenderingHint = Gdiplus::TextRenderingHintSystemDefault;
 
+    CShadowUI shadow;
+
     BYTE opacity = 255;
     bool opacityUsed = false;
     bool layered = false;
@@ -366,6 +370,20 @@ struct CPaintManagerUI::State {
     std::vector<CControlUI*> layoutQueue; // null where a control died
     WalkedList<CControlUI> postPaint;
     std::map<HWND, CControlUI*> nativeWindows;
+
+    // Dragging (UIManagerDrag.cpp)
+    void StopDropping();
+    void SetDragPoint(POINTL point);
+    void TellDrag(UINT message, IDataObject* data, DWORD keys, DWORD allowed, DWORD* effect);
+    bool DragPressed(WPARAM wParam);
+
+    bool dropEnabled = false;
+    bool formatsAdded = false;
+    IDragDropUI* dragDropHook = nullptr;
+    Quillet::ComPointer<IDataObject> draggedData; // while it is over the window
+    POINT dragPoint{};
+    POINT pressPoint{};
+    bool dragAsked = false; // since the left button was pressed
 
     POINT mouse{-1, -1};
     CControlUI* hover = nullptr;

@@ -57,6 +57,7 @@ CPaintManagerUI::State::Watch::~Watch()
 void CPaintManagerUI::State::ReleaseWindow()
 {
     manager.RemoveAllTimers();
+    StopDropping();
     DestroyTip();
     if (windowDc)
         ::ReleaseDC(window, windowDc);
@@ -81,7 +82,10 @@ void CPaintManagerUI::State::ReleaseAssets()
     layeredMaskSize = {};
 }
 
-CPaintManagerUI::CPaintManagerUI() : m_pState(std::make_unique<State>(*this)) {}
+CPaintManagerUI::CPaintManagerUI() : m_pState(std::make_unique<State>(*this))
+{
+    m_pState->shadow.Create(this);
+}
 
 CPaintManagerUI::~CPaintManagerUI()
 {

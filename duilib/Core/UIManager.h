@@ -4,6 +4,7 @@
 #include "Core/UIPlatform.h"
 
 #include "Core/UIDefine.h"
+#include "Core/UIDropTarget.h"
 #include "Core/UIInterfaces.h"
 #include "Core/UIRecords.h"
 #include "Utils/DPI.h"
@@ -15,6 +16,7 @@
 namespace DuiLib {
 
 class CControlUI;
+class CShadowUI;
 
 // Connects one window with a tree of controls: painting, layout, mouse and keyboard, focus, timers,
 // notifications, fonts, pictures, defaults and styles.
@@ -24,10 +26,10 @@ class CControlUI;
 // belongs to the thread of the window; the static getters of paths and modules are plain reads.
 // A handler that the manager calls may delete controls, remove itself, or destroy the window and
 // the manager.
-class UILIB_API CPaintManagerUI {
+class UILIB_API CPaintManagerUI : public CIDropTarget {
 public:
     CPaintManagerUI();
-    ~CPaintManagerUI();
+    ~CPaintManagerUI() override;
     CPaintManagerUI(const CPaintManagerUI&) = delete;
     CPaintManagerUI& operator=(const CPaintManagerUI&) = delete;
 
@@ -86,6 +88,8 @@ public:
     void SetLayered(bool layered);
     RECT& GetLayeredInset(); // moves the root in from the client edges; device pixels
     void SetLayeredInset(RECT& inset);
+    CShadowUI* GetShadow(); // owned; never null
+
     BYTE GetLayeredOpacity();
     void SetLayeredOpacity(BYTE opacity);
     LPCTSTR GetLayeredImage(); // its alpha is the window's alpha and multiplies the colours
@@ -246,6 +250,23 @@ public:
     void SetFocus(CControlUI* control);       // null: nobody
     void SetFocusNeeded(CControlUI* control); // at the next paint
     bool SetNextTabControl(bool forward = true);
+
+    // Makes the window a drop target, or ends that; needs OleInitialize. False when nothing changes
+    // or the system refuses. While it is one, the window is sent UIMSG_DRAGENTER, UIMSG_DRAGOVER,
+    // UIMSG_DRAGLEAVE and UIMSG_DRAGRELEASE, and a pressed control that is enabled for dragging
+    // can be dragged: UIMSG_DRAG asks first. The data of such a drag is the picture of the control.
+    bool EnableDragDrop(bool enable);
+    // Asked before a drag starts; not owned, null for nobody.
+    void SetDragDrop(IDragDropUI* hook);
+
+    // CIDropTarget; pictures and files are supported. Does nothing and answers true.
+    bool OnDrop(FORMATETC* format, STGMEDIUM& medium, DWORD* effect) override;
+    HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL point,
+                                        DWORD* effect) override;
+    HRESULT STDMETHODCALLTYPE DragOver(DWORD keys, POINTL point, DWORD* effect) override;
+    HRESULT STDMETHODCALLTYPE DragLeave() override;
+    HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD keys, POINTL point,
+                                   DWORD* effect) override;
 
     // A timer for (control, id). False, and nothing changes, when it runs already.
     bool SetTimer(CControlUI* control, UINT id, UINT milliseconds);

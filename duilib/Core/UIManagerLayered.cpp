@@ -89,4 +89,9 @@ void CPaintManagerUI::State::ShowLayered()
                           ULW_ALPHA);
 }
 
+CShadowUI* CPaintManagerUI::GetShadow()
+{
+    return &m_pState->shadow;
+}
+
 } // namespace DuiLib

@@ -43,7 +43,7 @@ void CPaintManagerUI::State::MoveMouse(WPARAM wParam, LPARAM lParam)
                               hoverTime > 0 ? static_cast<DWORD>(hoverTime) : HOVER_DEFAULT};
         tracking = ::TrackMouseEvent(&track) != FALSE;
     }
-    if (!root)
+    if (!root || DragPressed(wParam))
         return;
 
     const Watch under(*this, manager.FindControl(mouse));
@@ -105,6 +105,8 @@ void CPaintManagerUI::State::PressMouse(UINT message, WPARAM wParam, LPARAM lPar
     if (!under.Control())
         return;
     pressed = under.Control();
+    pressPoint = PointOf(lParam);
+    dragAsked = false;
     manager.SetCapture();
     MoveFocus(under.Control(), !noActivate);
     if (!under.Lives())

@@ -1,5 +1,6 @@
 #include "Core/WindowAttributes.h"
 
+#include "Control/UIShadow.h"
 #include "Core/UIManager.h"
 #include "Utils/DPI.h"
 #include "win32/AttributeTable.h"
@@ -87,6 +88,38 @@ constexpr auto kWindowAttributes = MakeAttributeTable<NameMatch::NoCase, CPaintM
     {L"selectedcolor", AttributeKind::Colour,
      [](CPaintManagerUI& manager, LPCTSTR value) {
          manager.SetDefaultSelectedBkColor(ToColour(value));
+     }},
+    {L"shadowcolor", AttributeKind::Colour,
+     [](CPaintManagerUI& manager, LPCTSTR value) {
+         // The alpha of the colour has no meaning here.
+         const DWORD color = ToColour(value);
+         manager.GetShadow()->SetColor(
+             RGB((color >> 16) & 0xFF, (color >> 8) & 0xFF, color & 0xFF));
+     }},
+    {L"shadowcorner", AttributeKind::Rectangle,
+     [](CPaintManagerUI& manager, LPCTSTR value) {
+         manager.GetShadow()->SetShadowCorner(ToRect(value));
+     }},
+    {L"shadowdarkness", AttributeKind::Number,
+     [](CPaintManagerUI& manager, LPCTSTR value) {
+         manager.GetShadow()->SetDarkness(static_cast<unsigned int>(ToInt(value)));
+     }},
+    {L"shadowimage", AttributeKind::Image,
+     [](CPaintManagerUI& manager, LPCTSTR value) { manager.GetShadow()->SetImage(value); }},
+    {L"shadowposition", AttributeKind::Size,
+     [](CPaintManagerUI& manager, LPCTSTR value) {
+         const SIZE position = ToSize(value);
+         manager.GetShadow()->SetPosition(position.cx, position.cy);
+     }},
+    {L"shadowsharpness", AttributeKind::Number,
+     [](CPaintManagerUI& manager, LPCTSTR value) {
+         manager.GetShadow()->SetSharpness(static_cast<unsigned int>(ToInt(value)));
+     }},
+    {L"shadowsize", AttributeKind::Number,
+     [](CPaintManagerUI& manager, LPCTSTR value) { manager.GetShadow()->SetSize(ToInt(value)); }},
+    {L"showshadow", AttributeKind::Boolean,
+     [](CPaintManagerUI& manager, LPCTSTR value) {
+         manager.GetShadow()->ShowShadow(IsTrue(value));
      }},
     {L"showdirty", AttributeKind::Boolean,
      [](CPaintManagerUI& manager, LPCTSTR value) { manager.SetShowUpdateRect(IsTrue(value)); }},
