@@ -12,6 +12,7 @@ std::span<const PageEntry> Pages()
         {L"toolkit-controls", MakeToolkitControlsPage},
         {L"toolkit-inputs", MakeToolkitInputsPage},
         {L"toolkit-layouts", MakeToolkitLayoutsPage},
+        {L"toolkit-menus", MakeToolkitMenusPage},
     };
     return kPages;
 }

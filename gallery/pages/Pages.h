@@ -12,5 +12,6 @@ std::unique_ptr<Page> MakeToggleSwitchPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitControlsPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitInputsPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitLayoutsPage(GalleryWindow& window);
+std::unique_ptr<Page> MakeToolkitMenusPage(GalleryWindow& window);
 
 } // namespace gallery
