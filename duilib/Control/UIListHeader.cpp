@@ -60,15 +60,6 @@ LPVOID CListHeaderUI::GetInterface(LPCTSTR name)
     return CHorizontalLayoutUI::GetInterface(name);
 }
 
-// The columns stand over those of the rows.
-SIZE CListHeaderUI::GetScrollPos() const
-{
-    const CListUI* const list = GetListOf();
-    const CContainerUI* const body =
-        list != nullptr && !m_bIsScaleHeader ? list->GetList() : nullptr;
-    return {body != nullptr ? body->GetScrollPos().cx : 0, 0};
-}
-
 CListUI* CListHeaderUI::GetListOf() const
 {
     return m_pParent != nullptr ? static_cast<CListUI*>(m_pParent->GetInterface(DUI_CTR_LIST))
@@ -94,12 +85,33 @@ SIZE CListHeaderUI::EstimateSize(SIZE available)
 
 void CListHeaderUI::SetPos(RECT rect, bool invalidate)
 {
-    if (!m_bIsScaleHeader) {
+    const ChildWalk watch(*this);
+    if (m_bIsScaleHeader)
+        CControlUI::SetPos(rect, invalidate);
+    else
         CHorizontalLayoutUI::SetPos(rect, invalidate);
+    if (!watch.IsAlive())
         return;
+    if (m_bIsScaleHeader)
+        PlaceByScale();
+    else
+        FollowRows();
+}
+
+// The columns stand over those of the rows.
+void CListHeaderUI::FollowRows()
+{
+    const CListUI* const list = GetListOf();
+    const LONG scrolled = list != nullptr ? list->GetScrollPos().cx : 0;
+    if (scrolled == 0)
+        return;
+    for (ChildWalk walk(*this); CControlUI* const child = walk.Next();) {
+        if (!child->IsVisible() || child->IsFloat())
+            continue;
+        RECT place = child->GetPos();
+        ::OffsetRect(&place, -scrolled, 0);
+        child->SetPos(place, false);
     }
-    CControlUI::SetPos(rect, invalidate);
-    PlaceByScale();
 }
 
 // A column that was given no scale takes its fixed width for one.

@@ -31,13 +31,11 @@ public:
     void SetAttribute(LPCTSTR name, LPCTSTR value) override;
     void DoPostPaint(HDC dc, const RECT& paint) override; // the bar of a dragged separator
 
-    // CContainerUI:
-    SIZE GetScrollPos() const override; // horizontally that of the rows
-
 private:
     friend class CListHeaderItemUI;
 
     CListUI* GetListOf() const;
+    void FollowRows();
     void PlaceByScale();
     static int ShareOf(CControlUI& column);
     RECT GetDragBar() const;

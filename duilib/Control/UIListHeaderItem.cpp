@@ -582,8 +582,11 @@ void CListHeaderItemUI::PaintStatusImage(HDC dc)
 
 void CListHeaderItemUI::PaintText(HDC dc)
 {
-    const CDuiString text = GetText();
-    if (text.IsEmpty() || m_pManager == nullptr)
+    CDuiString translated;
+    if (IsResourceText())
+        translated = GetText();
+    const LPCTSTR text = IsResourceText() ? translated.GetData() : m_sText.GetData();
+    if (*text == L'\0' || m_pManager == nullptr)
         return;
     DWORD color = IsEnabled() ? m_dwTextColor : m_pManager->GetDefaultDisabledColor();
     if (color == 0)

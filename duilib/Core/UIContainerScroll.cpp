@@ -81,11 +81,12 @@ void CContainerUI::SetPos(RECT rect, bool invalidate)
         ProcessScrollBar(client, needed.cx, needed.cy);
 }
 
-// The client area as far as it can be scrolled, moved by the scroll positions. A shown bar has, or
+// The client area as far as it can be scrolled, moved by the positions of the container's own bars:
+// a list tells the position of its body, which moves rows and not the body. A shown bar has, or
 // will have at the end of this pass, the range that the needed size asks for.
 RECT CContainerUI::GetContentArea(const RECT& client, SIZE needed) const
 {
-    const SIZE position = GetScrollPos();
+    const SIZE position = CContainerUI::GetScrollPos();
     RECT area{client.left - position.cx, client.top - position.cy, client.right - position.cx,
               client.bottom - position.cy};
     if (IsShown(m_pHorizontalScrollBar))

@@ -571,4 +571,212 @@ TEST_P(ListHeaderTest, AColumnMayGoWhileItIsDragged)
     EXPECT_EQ(header.GetCount(), 2);
 }
 
+// In a list.
+
+class ListWithHeaderTest : public testing::TestWithParam<int> {
+protected:
+    ControlHost host{300, 200, GetParam()};
+    CListUI* list = nullptr;
+
+    void SetUp() override
+    {
+        ASSERT_NE(host.Load(LR"(<Window><VerticalLayout bkcolor="#FFFFFFFF">
+              <List name="list" hscrollbar="true" vscrollbar="true" itemlinecolor="#FF0000FF"
+                    itemshowcolumnline="true">
+                <ListHeader name="header" height="20">
+                  <ListHeaderItem name="a" width="80" />
+                  <ListHeaderItem name="b" width="80" />
+                </ListHeader>
+                <ListTextElement text="one" height="20" />
+                <ListContainerElement name="box" height="20"><Label name="label" width="30" />
+                </ListContainerElement>
+              </List></VerticalLayout></Window>)"),
+                  nullptr);
+        list = &host.Find<CListUI>(L"list");
+        host.Layout();
+        host.ClearSent();
+    }
+    CListHeaderItemUI& Column(const wchar_t* name) { return host.Find<CListHeaderItemUI>(name); }
+    int Scaled(int length) { return host.Manager().GetDPIObj()->Scale(length); }
+    void Drag(const wchar_t* column, int by)
+    {
+        const int x = Column(column).GetPos().right - 2;
+        host.Press(x, 5);
+        host.MoveMouse(x + by, 5);
+        host.Release(x + by, 5);
+        host.Layout();
+    }
+    void ExpectColumnsUnderHeader()
+    {
+        const TListInfoUI& info = *list->GetListInfo();
+        ASSERT_EQ(info.nColumns, 2);
+        EXPECT_EQ(info.rcColumn[0].left, Column(L"a").GetPos().left);
+        EXPECT_EQ(info.rcColumn[0].right, Column(L"a").GetPos().right);
+        EXPECT_EQ(info.rcColumn[1].left, Column(L"b").GetPos().left);
+        EXPECT_EQ(info.rcColumn[1].right, Column(L"b").GetPos().right);
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Dpi, ListWithHeaderTest, testing::Values(96, 144));
+
+TEST_P(ListWithHeaderTest, TheColumnsOfTheRowsFollowADraggedSeparator)
+{
+    ExpectColumnsUnderHeader();
+    EXPECT_EQ(host.Paint().Count(kBlue, {Scaled(80) - 1, Scaled(20), Scaled(80), Scaled(40)}),
+              Scaled(20));
+    Drag(L"a", -20);
+    ExpectColumnsUnderHeader();
+    const int edge = Column(L"a").GetPos().right;
+    EXPECT_NEAR(edge, Scaled(80) - 20, 1);
+    EXPECT_EQ(host.Paint().Count(kBlue, {edge - 1, Scaled(20), edge, Scaled(40)}), Scaled(20));
+}
+
+TEST_P(ListWithHeaderTest, TheColumnsFollowWhatTheProgramDoes)
+{
+    Column(L"a").SetFixedWidth(50);
+    host.Layout();
+    ExpectColumnsUnderHeader();
+    EXPECT_EQ(Column(L"b").GetX(), Scaled(50));
+    Column(L"a").SetVisible(false);
+    host.Layout();
+    EXPECT_EQ(Column(L"b").GetX(), 0);
+    EXPECT_EQ(list->GetListInfo()->rcColumn[1].left, 0);
+    Column(L"a").SetVisible(true);
+    list->GetHeader()->SetScaleHeader(true);
+    host.Layout();
+    ExpectColumnsUnderHeader();
+    Column(L"a").SetScale(150);
+    Column(L"b").SetScale(50);
+    host.Layout();
+    ExpectColumnsUnderHeader();
+    EXPECT_EQ(Column(L"a").GetWidth(), 225);
+}
+
+TEST_P(ListWithHeaderTest, TheHeaderFollowsTheHorizontalScrolling)
+{
+    Column(L"a").SetFixedWidth(300);
+    Column(L"b").SetFixedWidth(300);
+    host.Layout();
+    ASSERT_GT(list->GetScrollRange().cx, 0);
+    list->SetScrollPos({70, 0});
+    host.Layout();
+    EXPECT_EQ(Column(L"a").GetX(), -70);
+    EXPECT_EQ(Column(L"b").GetX(), Scaled(300) - 70);
+    ExpectColumnsUnderHeader();
+    list->SetPos(list->GetPos());
+    EXPECT_EQ(Column(L"a").GetX(), -70) << "another layout moves nothing";
+    ExpectColumnsUnderHeader();
+}
+
+TEST_P(ListWithHeaderTest, AListThatIsScrolledStaysInItsPlace)
+{
+    for (int i = 0; i < 100; ++i)
+        list->Add(new CListLabelElementUI);
+    host.Layout();
+    const RECT header = list->GetHeader()->GetPos();
+    const RECT body = list->GetList()->GetPos();
+    list->SetScrollPos({0, 60});
+    const LONG row = list->GetItemAt(3)->GetPos().top;
+    list->SetPos(list->GetPos());
+    EXPECT_TRUE(::EqualRect(&list->GetHeader()->GetPos(), &header));
+    EXPECT_TRUE(::EqualRect(&list->GetList()->GetPos(), &body));
+    EXPECT_EQ(list->GetItemAt(3)->GetPos().top, row);
+}
+
+TEST_P(ListWithHeaderTest, TheBarOfADragReachesToTheEndOfTheList)
+{
+    const int x = Column(L"a").GetPos().right - 2;
+    host.Press(x, 5);
+    host.MoveMouse(x + 30, 5);
+    host.Paint();
+    const Picture screen = host.Screen();
+    EXPECT_EQ(screen.At(Scaled(80) + 29, 199), Argb{0xFF555555});
+    host.Release(x + 30, 5);
+    host.Paint();
+    EXPECT_EQ(host.Screen().At(Scaled(80) + 29, 199), kWhite);
+}
+
+TEST_P(ListWithHeaderTest, KeysThatAreNotAColumnsAreTheLists)
+{
+    Column(L"a").SetFocus();
+    host.Key(VK_DOWN);
+    EXPECT_EQ(list->GetCurSel(), 0);
+}
+
+TEST_P(ListWithHeaderTest, APieceOfSkinAddsRowsToALiveList)
+{
+    CDialogBuilder builder;
+    CControlUI* const added =
+        builder.Create(L"<Window><ListTextElement name=\"late\" text=\"x\" height=\"20\" />"
+                       L"<ListContainerElement name=\"later\" height=\"20\" /></Window>",
+                       static_cast<LPCTSTR>(nullptr), nullptr, &host.Manager(), list);
+    ASSERT_NE(added, nullptr);
+    ASSERT_EQ(list->GetCount(), 4);
+    for (const wchar_t* const name : {L"late", L"later"}) {
+        CControlUI* const row = host.Manager().FindControl(name);
+        ASSERT_NE(row, nullptr);
+        EXPECT_EQ(row->GetParent(), list->GetList()) << "rows stand in the body";
+    }
+    host.Layout();
+    EXPECT_EQ(host.Manager().FindControl(L"late")->GetY(), Scaled(60));
+}
+
+TEST_P(ListWithHeaderTest, RowsOutOfSightAnswerWhereTheyAre)
+{
+    for (int i = 0; i < 100; ++i) {
+        auto* const row = new CListLabelElementUI;
+        row->SetFixedHeight(20);
+        list->Add(row);
+    }
+    host.Layout();
+    const LONG top = list->GetList()->GetPos().top;
+    const auto expectPlace = [&](int index, LONG y) {
+        SCOPED_TRACE(index);
+        const CControlUI& row = *list->GetItemAt(index);
+        EXPECT_EQ(row.GetPos().top, y);
+        EXPECT_EQ(row.GetY(), y);
+        EXPECT_EQ(row.GetHeight(), Scaled(20));
+        EXPECT_EQ(row.GetRelativePos().top, y - top);
+        EXPECT_EQ(row.GetClientPos().top, y);
+        EXPECT_EQ(row.GetWidth(), list->GetList()->GetItemAt(0)->GetWidth());
+        EXPECT_EQ(row.GetX(), 0);
+    };
+    expectPlace(90, top + 90 * Scaled(20));
+    list->SetScrollPos({0, 500});
+    expectPlace(90, top + 90 * Scaled(20) - 500);
+    expectPlace(50, top + 50 * Scaled(20) - 500);
+    list->GetItemAt(2)->SetVisible(false);
+    host.Layout();
+    expectPlace(80, top + 79 * Scaled(20) - 500);
+}
+
+TEST_P(ListWithHeaderTest, ARowThatWasPlacedByACallerStaysUntilTheNextLayout)
+{
+    CControlUI& row = *list->GetItemAt(1);
+    RECT there = row.GetPos();
+    ::OffsetRect(&there, 11, 40);
+    row.SetPos(there, true);
+    EXPECT_TRUE(::EqualRect(&row.GetPos(), &there));
+    EXPECT_EQ(host.Find<CLabelUI>(L"label").GetX(), 11);
+    row.SetPos(row.GetPos(), true);
+    EXPECT_TRUE(::EqualRect(&row.GetPos(), &there));
+    list->NeedUpdate();
+    host.Layout();
+    EXPECT_EQ(row.GetY(), Scaled(40));
+    EXPECT_EQ(host.Find<CLabelUI>(L"label").GetX(), 0);
+}
+
+TEST_P(ListWithHeaderTest, ARemovedRowHasNoOwner)
+{
+    auto* const row = static_cast<CListContainerElementUI*>(list->GetItemAt(1));
+    static_cast<CContainerUI*>(list->GetList())->SetAutoDestroy(false);
+    list->Remove(row);
+    const std::unique_ptr<CListContainerElementUI> kept(row);
+    EXPECT_EQ(row->GetOwner(), nullptr);
+    EXPECT_TRUE(row->Select());
+    const RECT place{1, 2, 3, 4};
+    row->SetPos(place);
+    EXPECT_TRUE(::EqualRect(&row->GetPos(), &place));
+}
+
 } // namespace
