@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <typeinfo>
+#include <utility>
 
 namespace docs {
 
@@ -94,7 +95,10 @@ const char* WordOf(AttributeKind kind)
 
 void Record(const std::type_info& type, std::wstring_view name, AttributeKind kind)
 {
-    toldRows->push_back({&type, {std::string(name.begin(), name.end()), WordOf(kind)}});
+    std::string plain; // names are ASCII
+    for (const wchar_t unit : name)
+        plain.push_back(static_cast<char>(unit));
+    toldRows->push_back({&type, {std::move(plain), WordOf(kind)}});
 }
 
 // Hears all tables of both DLLs while it lives.

@@ -109,11 +109,11 @@ public:
     ResourceFolder()
     {
         constexpr auto kAll = std::filesystem::copy_options::recursive;
+        const std::filesystem::path files = m_folder / L"files";
         for (const char* folder : {"docs/snippets", "gallery/skin/pictures"})
-            std::filesystem::copy(test_docs::FileAt(folder), m_folder.Path(), kAll);
-        std::filesystem::copy(test_docs::FileAt("gallery/skin/drawable"), m_folder / L"drawable",
-                              kAll);
-        CPaintManagerUI::SetResourcePath(m_folder.Path().c_str());
+            std::filesystem::copy(test_docs::FileAt(folder), files, kAll);
+        std::filesystem::copy(test_docs::FileAt("gallery/skin/drawable"), files / "drawable", kAll);
+        CPaintManagerUI::SetResourcePath(files.c_str());
     }
     ~ResourceFolder() { CPaintManagerUI::SetResourcePath(L""); }
     ResourceFolder(const ResourceFolder&) = delete;
