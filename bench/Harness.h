@@ -46,6 +46,7 @@ private:
 void RunDialogBench(Report& report);
 void RunFindBench(Report& report);
 void RunMemoryBench(Report& report);
+void RunMenuBench(Report& report);
 void RunPaintBench(Report& report);
 void RunResizeBench(Report& report);
 void RunSkinBench(Report& report);

@@ -17,6 +17,7 @@ int main(int argc, char** argv)
     bench::RunFindBench(report);
     bench::RunDialogBench(report);
     bench::RunMemoryBench(report);
+    bench::RunMenuBench(report);
     bench::RunToggleSwitchBench(report);
     report.Print();
 
