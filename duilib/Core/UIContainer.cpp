@@ -201,8 +201,11 @@ bool CContainerUI::Remove(CControlUI* control)
 
 bool CContainerUI::RemoveAt(int index)
 {
-    return Detach(index);
+    CControlUI* const control = GetItemAt(index);
+    return control != nullptr && Remove(control);
 }
+
+// Ends the child at an index, which need not be searched for.
 
 bool CContainerUI::Detach(int index)
 {
@@ -238,6 +241,81 @@ void CContainerUI::RemoveAll()
         else if (destroy)
             delete control;
     }
+}
+
+void CContainerUI::InsertChildren(const CStdPtrArray& children, int index)
+{
+    const int count = children.GetSize();
+    if (count == 0 || index < 0 || index > m_items.GetSize())
+        return;
+    const int following = m_items.GetSize() - index;
+    for (int i = 0; i < count; ++i)
+        m_items.Add(nullptr);
+    LPVOID* const place = m_items.GetData() + index;
+    std::move_backward(place, place + following, place + following + count);
+    for (int i = 0; i < count; ++i) {
+        place[i] = children[i];
+        WalkInserted(index);
+    }
+    RangeInserted(index, count);
+
+    // A handler that runs for one of them may take others away again, or bring more.
+    int left = count;
+    ChildWalk walk(*this, index);
+    for (CControlUI* child = walk.Next(); child != nullptr && left > 0; child = walk.Next()) {
+        if (child->GetParent() == this)
+            continue;
+        --left;
+        if (m_pManager != nullptr)
+            m_pManager->InitControls(child, this);
+        else
+            child->SetManager(nullptr, this, false);
+    }
+    if (!walk.IsAlive())
+        return;
+    if (IsVisible())
+        NeedUpdate();
+    else
+        HandVisibilityDown();
+}
+
+void CContainerUI::RemoveChildren(int first, int count)
+{
+    if (first < 0 || count <= 0 || count > m_items.GetSize() - first)
+        return;
+    CStdPtrArray removed(count);
+    for (int i = 0; i < count; ++i)
+        removed.Add(m_items[first + i]);
+    LPVOID* const place = m_items.GetData() + first;
+    std::move(place + count, m_items.GetData() + m_items.GetSize(), place);
+    for (int i = 0; i < count; ++i) {
+        m_items.Remove(m_items.GetSize() - 1);
+        WalkRemoved(first);
+    }
+    RangeRemoved(first, removed);
+    NeedUpdate();
+
+    const ChildWalk watch(*this);
+    const bool destroy = m_bAutoDestroy;
+    for (int i = 0; i < removed.GetSize(); ++i) {
+        auto* const control = static_cast<CControlUI*>(removed[i]);
+        if (watch.IsAlive())
+            LetGo(control);
+        else if (destroy)
+            delete control;
+    }
+}
+
+void CContainerUI::RangeInserted(int first, int count)
+{
+    for (int i = 0; i < count; ++i)
+        ChildInserted(first + i);
+}
+
+void CContainerUI::RangeRemoved(int first, const CStdPtrArray& children)
+{
+    for (int i = 0; i < children.GetSize(); ++i)
+        ChildRemoved(first, static_cast<CControlUI*>(children[i]));
 }
 
 void CContainerUI::ChildInserted(int) {}

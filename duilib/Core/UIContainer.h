@@ -137,10 +137,17 @@ protected:
         int m_nNext;
     };
 
+    bool Detach(int index);
+
     // The rectangle less the inset and the shown bars; and that area as far as it can be scrolled,
     // for children that need a size, moved by the scroll positions.
     RECT GetChildArea() const;
     RECT GetContentArea(const RECT& client, SIZE needed) const;
+
+    // Many children at once, for the price of one insertion and one removal. The index must exist,
+    // and none of the controls may be a child already.
+    void InsertChildren(const CStdPtrArray& children, int index);
+    void RemoveChildren(int first, int count);
 
     CStdPtrArray m_items;
     RECT m_rcInset;
@@ -164,6 +171,8 @@ private:
     // What a container with many children keeps about them. Each is told before any handler runs.
     virtual void ChildInserted(int index);
     virtual void ChildRemoved(int index, CControlUI* child);
+    virtual void RangeInserted(int first, int count);
+    virtual void RangeRemoved(int first, const CStdPtrArray& children);
     virtual void ChildrenRemoved();
     // Moves what does not float, after scrolling.
     virtual void ShiftChildren(int dx, int dy);
@@ -171,7 +180,6 @@ private:
     virtual void GetChildrenInSight(int& first, int& last) const;
 
     bool Insert(CControlUI* control, int index);
-    bool Detach(int index);
     void WalkInserted(int index);
     void WalkRemoved(int index);
     void LetGo(CControlUI* control);
