@@ -439,8 +439,7 @@ private:
             SelectAlone(row);
         if (!witness.RowLives() || !row.Activate() || !witness.RowLives())
             return;
-        if (row.m_pManager != nullptr)
-            row.m_pManager->SendNotify(&row, row.DoubleClickType());
+        row.NotifyDoubleClick();
     }
 
     static void SetHot(Row& row, const TEventUI& event)

@@ -200,9 +200,10 @@ void CListContainerElementUI::SetAttribute(LPCTSTR name, LPCTSTR value)
         CHorizontalLayoutUI::SetAttribute(name, value);
 }
 
-LPCTSTR CListContainerElementUI::DoubleClickType() const
+void CListContainerElementUI::NotifyDoubleClick()
 {
-    return DUI_MSGTYPE_ITEMDBCLICK;
+    if (m_pManager != nullptr)
+        m_pManager->SendNotify(this, DUI_MSGTYPE_ITEMDBCLICK);
 }
 
 void CListContainerElementUI::DrawItemText(HDC dc, const RECT& item)

@@ -195,9 +195,10 @@ void CListElementUI::SetAttribute(LPCTSTR name, LPCTSTR value)
         CControlUI::SetAttribute(name, value);
 }
 
-LPCTSTR CListElementUI::DoubleClickType() const
+void CListElementUI::NotifyDoubleClick()
 {
-    return DUI_MSGTYPE_ITEMDBCLICK;
+    if (m_pManager != nullptr)
+        m_pManager->SendNotify(this, DUI_MSGTYPE_ITEMDBCLICK);
 }
 
 void CListElementUI::DrawItemText(HDC, const RECT&) {}

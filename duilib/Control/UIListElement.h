@@ -86,7 +86,7 @@ private:
     friend class CListBodyUI;
     friend class ListRow<CListElementUI>;
 
-    LPCTSTR DoubleClickType() const;
+    void NotifyDoubleClick();
 
     CListBodyUI* m_pBody = nullptr; // the parent, when it is one that places its rows lazily
     unsigned m_uPlaced = 0;         // the placing of the body that this row has followed
@@ -240,8 +240,8 @@ protected:
     UINT m_uButtonState;
     IListOwnerUI* m_pOwner;
 
-    // What a double click sends after "itemactivate".
-    virtual LPCTSTR DoubleClickType() const;
+    // What follows "itemactivate" on a double click: "itemdbclick".
+    virtual void NotifyDoubleClick();
 
 private:
     friend class CListBodyUI;

@@ -1,5 +1,6 @@
 #include "Control/UIListHeader.h"
 
+#include "Control/TextStyle.h"
 #include "Core/UIDefine.h"
 #include "Core/UIManager.h"
 #include "Core/UIRender.h"
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <string_view>
 
 namespace DuiLib {
 
@@ -23,21 +23,6 @@ constexpr int kDefaultSepWidth = 4; // design pixels
 constexpr int kKeyStep = 8;         // design pixels that a key moves a separator
 constexpr LONG kLineMargin = 8;     // device pixels above and below a line of text, together
 constexpr int kFocusInset = 2;      // design pixels
-
-UINT WithAlignment(UINT style, LPCTSTR words)
-{
-    constexpr UINT kBits = DT_LEFT | DT_CENTER | DT_RIGHT;
-    const auto has = [words](std::wstring_view word) {
-        return View(words).find(word) != std::wstring_view::npos;
-    };
-    if (has(L"left"))
-        style = (style & ~kBits) | DT_LEFT;
-    if (has(L"center"))
-        style = (style & ~kBits) | DT_CENTER;
-    if (has(L"right"))
-        style = (style & ~kBits) | DT_RIGHT;
-    return style;
-}
 
 } // namespace
 
@@ -329,8 +314,11 @@ void CListHeaderItemUI::DoEvent(TEventUI& event)
         EndDrag(true);
         return;
     case UIEVENT_MOUSEMOVE:
-        if (IsDragging())
+        // The release of the button is not told to a window that lost the mouse.
+        if (m_pManager != nullptr && m_pManager->IsCaptured())
             Drag(event.ptMouse);
+        else
+            EndDrag(false);
         return;
     case UIEVENT_MOUSEENTER:
     case UIEVENT_MOUSELEAVE:
@@ -379,6 +367,8 @@ void CListHeaderItemUI::Press(const TEventUI& event)
 
 void CListHeaderItemUI::Drag(POINT mouse)
 {
+    if (!IsDragging())
+        return;
     // Beyond a limit the separator stays, and waits for the mouse to come back to it.
     const bool atEnd = m_iSepWidth > 0;
     const LONG width = m_rcNewPos.right - m_rcNewPos.left;
@@ -529,11 +519,13 @@ void CListHeaderItemUI::SetAttribute(LPCTSTR name, LPCTSTR value)
         {L"sepwidth", AttributeKind::Number,
          [](Self& self, LPCTSTR v) { self.SetSepWidth(ToInt(v)); }},
         {L"align", AttributeKind::Choice,
-         [](Self& self, LPCTSTR v) { self.SetTextStyle(WithAlignment(self.GetTextStyle(), v)); }},
+         [](Self& self, LPCTSTR v) {
+             self.SetTextStyle(TextStyle::WithHorizontalAlignment(self.GetTextStyle(), v));
+         }},
         {L"endellipsis", AttributeKind::Boolean,
          [](Self& self, LPCTSTR v) {
-             const UINT style = self.GetTextStyle();
-             self.SetTextStyle(IsTrue(v) ? style | DT_END_ELLIPSIS : style & ~DT_END_ELLIPSIS);
+             self.SetTextStyle(
+                 TextStyle::WithFlag(self.GetTextStyle(), DT_END_ELLIPSIS, IsTrue(v)));
          }},
         {L"font", AttributeKind::Number, [](Self& self, LPCTSTR v) { self.SetFont(ToInt(v)); }},
         {L"textcolor", AttributeKind::Colour,

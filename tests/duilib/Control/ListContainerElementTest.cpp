@@ -167,7 +167,10 @@ TEST_P(ListContainerElementTest, ADerivedRowTellsDoubleClicksItsOwnWay)
 {
     class Node : public CListContainerElementUI {
     protected:
-        LPCTSTR DoubleClickType() const override { return DUI_MSGTYPE_TREEITEMDBCLICK; }
+        void NotifyDoubleClick() override
+        {
+            m_pManager->SendNotify(this, DUI_MSGTYPE_TREEITEMDBCLICK);
+        }
     };
     auto& node = owner.AddRow<Node>();
     host.Layout();

@@ -282,6 +282,18 @@ TEST_P(ListHeaderTest, EscapeEndsADragWithoutAChange)
     EXPECT_EQ(host.Manager().GetPostPaintCount(), 0);
 }
 
+TEST_P(ListHeaderTest, ADragEndsWhenTheWindowLosesTheMouse)
+{
+    const int x = Separator(0);
+    host.Press(x, 5);
+    host.MoveMouse(x + 30, 5);
+    host.Send(WM_KILLFOCUS);
+    host.MoveMouse(x + 40, 5);
+    EXPECT_EQ(host.Manager().GetPostPaintCount(), 0);
+    host.Release(x + 40, 5);
+    EXPECT_EQ(Width(0), Scaled(60));
+}
+
 TEST_P(ListHeaderTest, ADisabledColumnIsNeitherDraggedNorClicked)
 {
     columns[0]->SetEnabled(false);
