@@ -12,7 +12,9 @@ std::span<const PageEntry> Pages()
         {L"toolkit-controls", MakeToolkitControlsPage},
         {L"toolkit-inputs", MakeToolkitInputsPage},
         {L"toolkit-layouts", MakeToolkitLayoutsPage},
+        {L"toolkit-list", MakeToolkitListPage},
         {L"toolkit-menus", MakeToolkitMenusPage},
+        {L"toolkit-windows", MakeToolkitWindowsPage},
     };
     return kPages;
 }

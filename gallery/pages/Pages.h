@@ -12,6 +12,8 @@ std::unique_ptr<Page> MakeToggleSwitchPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitControlsPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitInputsPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitLayoutsPage(GalleryWindow& window);
+std::unique_ptr<Page> MakeToolkitListPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitMenusPage(GalleryWindow& window);
+std::unique_ptr<Page> MakeToolkitWindowsPage(GalleryWindow& window);
 
 } // namespace gallery
