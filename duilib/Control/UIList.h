@@ -270,6 +270,7 @@ private:
     bool ChangeRow(int index, bool select);
     bool ChangeOthers(int kept);
     void SelectRange(int from, int to);
+    void ShowSelected(int index, bool takeFocus);
     void NotifySelected(int index);
     void QueueSelected(int index);
     bool SelectByKey(const TEventUI& event);

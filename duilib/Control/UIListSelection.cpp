@@ -142,19 +142,32 @@ bool CListUI::SelectItem(int index, bool takeFocus)
     }
     m_iCurSel = index;
     m_iFirstSel = index;
-    EnsureVisible(index);
-    if (takeFocus)
-        m_pList->GetItemAt(index)->SetFocus();
-    if (others || added)
+    const ChildWalk watch(*this);
+    ShowSelected(index, takeFocus);
+    // A handler that selected another row has told of that.
+    if ((others || added) && watch.IsAlive() && m_iCurSel == index)
         NotifySelected(index);
     return true;
 }
 
+// What runs on the way may change the rows, and delete the list.
+void CListUI::ShowSelected(int index, bool takeFocus)
+{
+    const ChildWalk watch(*this);
+    EnsureVisible(index);
+    if (!takeFocus || !watch.IsAlive())
+        return;
+    if (CControlUI* const row = m_pList->GetItemAt(index))
+        row->SetFocus();
+}
+
 bool CListUI::SelectItemActivate(int index)
 {
+    const ChildWalk watch(*this);
     if (!SelectItem(index, true))
         return false;
-    m_iCurSelActivate = index;
+    if (watch.IsAlive())
+        m_iCurSelActivate = index;
     return true;
 }
 
@@ -181,10 +194,9 @@ bool CListUI::SelectMultiItem(int index, bool takeFocus)
         m_iCurSel = m_pSelection->Has(index) ? index : m_pSelection->Next(-1);
         m_iFirstSel = index;
     }
-    EnsureVisible(index);
-    if (takeFocus)
-        m_pList->GetItemAt(index)->SetFocus();
-    if (changed)
+    const ChildWalk watch(*this);
+    ShowSelected(index, takeFocus);
+    if (changed && watch.IsAlive())
         NotifySelected(-1);
     return true;
 }
