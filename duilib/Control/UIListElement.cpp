@@ -22,6 +22,21 @@ CListElementUI::CListElementUI()
 {
 }
 
+CListElementUI::CListElementUI(const CListElementUI& other)
+    : CControlUI(other),
+      m_iIndex(other.m_iIndex),
+      m_bSelected(other.m_bSelected),
+      m_uButtonState(other.m_uButtonState),
+      m_pOwner(other.m_pOwner)
+{
+}
+
+CListElementUI& CListElementUI::operator=(const CListElementUI& other)
+{
+    CControlUI::operator=(other);
+    return *this;
+}
+
 CListElementUI::~CListElementUI()
 {
     RowWitness::RowDies(this);

@@ -32,8 +32,10 @@ class UILIB_API CListElementUI : public CControlUI, public IListItemUI {
 public:
     CListElementUI();
     ~CListElementUI() override;
-    CListElementUI(const CListElementUI&) = delete;
-    CListElementUI& operator=(const CListElementUI&) = delete;
+    // A copy looks at the same owner, but is none of its rows. Assigning leaves owner, index and
+    // selection of the target alone.
+    CListElementUI(const CListElementUI& other);
+    CListElementUI& operator=(const CListElementUI& other);
 
     // Background by the owner's look: colour of the state, then the first image that is set, then
     // the lines between rows and columns.
@@ -140,6 +142,8 @@ public:
 
     CListTextElementUI();
     ~CListTextElementUI() override;
+    CListTextElementUI(const CListTextElementUI& other);
+    CListTextElementUI& operator=(const CListTextElementUI& other);
 
     // Column from 0; null outside the columns that have a text. The list's callback is not asked.
     LPCTSTR GetText(int column) const;

@@ -43,6 +43,24 @@ CListTextElementUI::CListTextElementUI() = default;
 
 CListTextElementUI::~CListTextElementUI() = default;
 
+CListTextElementUI::CListTextElementUI(const CListTextElementUI& other)
+    : CListLabelElementUI(other),
+      m_pCells(other.m_pCells ? std::make_unique<std::vector<Cell>>(*other.m_pCells) : nullptr),
+      m_pListControl(other.m_pListControl),
+      m_pList(other.m_pList)
+{
+}
+
+CListTextElementUI& CListTextElementUI::operator=(const CListTextElementUI& other)
+{
+    if (this == &other)
+        return *this;
+    CListLabelElementUI::operator=(other);
+    m_pCells = other.m_pCells ? std::make_unique<std::vector<Cell>>(*other.m_pCells) : nullptr;
+    m_pLinks.reset();
+    return *this;
+}
+
 LPCTSTR CListTextElementUI::GetClass() const
 {
     return L"ListTextElementUI";

@@ -182,6 +182,28 @@ TEST_P(ListTextElementTest, ARowWithoutColumnTextsOwnsNoHeap)
     EXPECT_EQ(test::HeapBlocks() - before, 2);
 }
 
+TEST_P(ListTextElementTest, ACopyHasTextsOfItsOwn)
+{
+    row.SetText(0, L"one");
+    row.SetText(1, L"two");
+    row.SetTextColor(1, kBlue.value);
+    row.Select();
+    CListTextElementUI copy(row);
+    row.SetText(1, L"changed");
+    EXPECT_STREQ(copy.GetText(0), L"one");
+    EXPECT_STREQ(copy.GetText(1), L"two");
+    EXPECT_EQ(copy.GetTextColor(1), kBlue.value);
+    EXPECT_TRUE(copy.IsSelected());
+    EXPECT_EQ(copy.GetIndex(), 0);
+
+    CListTextElementUI assigned;
+    assigned = copy;
+    EXPECT_STREQ(assigned.GetText(1), L"two");
+    EXPECT_EQ(assigned.GetOwner(), nullptr) << "it stays where it is";
+    EXPECT_EQ(assigned.GetIndex(), -1);
+    EXPECT_FALSE(assigned.IsSelected());
+}
+
 // The list's callback.
 
 class Texts : public IListCallbackUI {
