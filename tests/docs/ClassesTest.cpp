@@ -51,7 +51,7 @@ TEST(DocumentedClassesTest, EveryClassThatTakesAttributesTellsThem)
     EXPECT_GT(defined.size(), 10u);
     for (const auto& name : defined) {
         const auto found = classes.find(name);
-        ASSERT_NE(found, classes.end()) << name << " is not listed in docs/tool/Classes.cpp";
+        ASSERT_TRUE(found != classes.end()) << name << " is not listed in docs/tool/Classes.cpp";
         EXPECT_FALSE(found->second.own.empty()) << name << " has no table";
     }
 }
