@@ -58,5 +58,6 @@ class CPaintManagerUI;
 #include "Control/UISlider.h"
 #include "Control/UIText.h"
 #include "Control/UITrayIcon.h"
+#include "Control/UITreeView.h"
 
 #include "Utils/WinImplBase.h"

@@ -4,18 +4,18 @@
 
 namespace DuiLib {
 
-void ListRows::Insert(int index)
+void ListRows::Insert(int index, int count)
 {
-    m_wishes.insert(m_wishes.begin() + index, Wish());
+    m_wishes.insert(m_wishes.begin() + index, At(count), Wish());
     m_firstUnknown = std::min(m_firstUnknown, index);
     m_isStacked = false;
 }
 
-void ListRows::Remove(int index)
+void ListRows::Remove(int index, int count)
 {
-    m_wishes.erase(m_wishes.begin() + index);
+    m_wishes.erase(m_wishes.begin() + index, m_wishes.begin() + index + count);
     if (m_firstUnknown > index)
-        --m_firstUnknown;
+        m_firstUnknown = std::max(m_firstUnknown - count, index);
     m_isStacked = false;
 }
 

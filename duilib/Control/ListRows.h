@@ -23,8 +23,8 @@ public:
     };
 
     int GetCount() const { return static_cast<int>(m_wishes.size()); }
-    void Insert(int index);
-    void Remove(int index);
+    void Insert(int index, int count = 1);
+    void Remove(int index, int count = 1);
     void Clear();
     void Forget(int index); // measure it again
     void ForgetAll();

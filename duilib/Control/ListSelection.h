@@ -32,11 +32,12 @@ public:
                                 : -1;
     }
 
-    void Insert(int index) { m_flags.insert(m_flags.begin() + index, 0); }
-    void Remove(int index)
+    void Insert(int index, int count) { m_flags.insert(m_flags.begin() + index, At(count), 0); }
+    void Remove(int index, int count)
     {
-        Set(index, false);
-        m_flags.erase(m_flags.begin() + index);
+        for (int i = 0; i < count; ++i)
+            Set(index + i, false);
+        m_flags.erase(m_flags.begin() + index, m_flags.begin() + index + count);
     }
     void Clear()
     {

@@ -82,6 +82,7 @@ protected:
 
 private:
     friend class CListUI;
+    friend class CTreeViewUI;
     template <class Row>
     friend class ListRow;
     struct Layout;
@@ -89,6 +90,8 @@ private:
     // CContainerUI and CControlUI:
     void ChildInserted(int index) override;
     void ChildRemoved(int index, CControlUI* child) override;
+    void RangeInserted(int first, int count) override;
+    void RangeRemoved(int first, const CStdPtrArray& children) override;
     void ChildrenRemoved() override;
     void ShiftChildren(int dx, int dy) override;
     void GetChildrenInSight(int& first, int& last) const override;
@@ -104,6 +107,7 @@ private:
     void EnsureVisible(int index);
     int IndexAPageAway(int index, bool forward) const;
     void ForgetHeights();
+    void ForgetHeight(int index);
 
     std::unique_ptr<Layout> m_pLayout;
 };
@@ -256,10 +260,15 @@ protected:
 
 private:
     friend class CListBodyUI;
+    friend class CTreeViewUI;
     class Selection; // which rows are selected, in their order
 
-    void RowInserted(int index);
-    void RowRemoved(int index, CControlUI* row);
+    // What a list whose rows stand in a tree does otherwise.
+    virtual bool HasOrderOfItsOwn() const; // its rows cannot be sorted one by one
+    virtual bool DoRowKey(const TEventUI& event);
+
+    void RowsInserted(int first, int count);
+    void RowsRemoved(int first, const CStdPtrArray& rows);
     void RowsRemoved();
     void RowsSorted(const std::vector<int>& oldIndices);
     void NumberRows(int first);

@@ -107,12 +107,12 @@ int CListBodyUI::GetItemIndex(CControlUI* control) const
 
 bool CListBodyUI::Remove(CControlUI* control)
 {
-    return RemoveAt(GetItemIndex(control));
+    return Detach(GetItemIndex(control));
 }
 
 BOOL CListBodyUI::SortItems(PULVCompareFunc compare, UINT_PTR data)
 {
-    if (compare == nullptr)
+    if (compare == nullptr || (m_pOwner != nullptr && m_pOwner->HasOrderOfItsOwn()))
         return FALSE;
     m_pCompareFunc = compare;
     m_compareData = data;
@@ -359,27 +359,44 @@ void CListBodyUI::ForgetHeights()
     NeedUpdate();
 }
 
-void CListBodyUI::ChildNeedsLayout(CControlUI* child)
+void CListBodyUI::ForgetHeight(int index)
 {
-    const int index = GetItemIndex(child);
     if (index >= 0 && index < m_pLayout->rows.GetCount())
         m_pLayout->rows.Forget(index);
 }
 
+void CListBodyUI::ChildNeedsLayout(CControlUI* child)
+{
+    ForgetHeight(GetItemIndex(child));
+}
+
 void CListBodyUI::ChildInserted(int index)
 {
-    m_pLayout->rows.Insert(index);
+    RangeInserted(index, 1);
+}
+
+void CListBodyUI::RangeInserted(int first, int count)
+{
+    m_pLayout->rows.Insert(first, count);
     if (m_pOwner != nullptr)
-        m_pOwner->RowInserted(index);
+        m_pOwner->RowsInserted(first, count);
 }
 
 void CListBodyUI::ChildRemoved(int index, CControlUI* child)
 {
+    CStdPtrArray children(1);
+    children.Add(child);
+    RangeRemoved(index, children);
+}
+
+void CListBodyUI::RangeRemoved(int first, const CStdPtrArray& children)
+{
     Layout& layout = *m_pLayout;
-    layout.rows.Remove(index);
-    std::erase(layout.placed, child);
+    layout.rows.Remove(first, children.GetSize());
+    // Those in sight are few.
+    std::erase_if(layout.placed, [&](CControlUI* row) { return children.Find(row) >= 0; });
     if (m_pOwner != nullptr)
-        m_pOwner->RowRemoved(index, child);
+        m_pOwner->RowsRemoved(first, children);
 }
 
 void CListBodyUI::ChildrenRemoved()

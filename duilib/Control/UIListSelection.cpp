@@ -274,8 +274,20 @@ void CListUI::SelectFromKeyboard(int index)
         SelectItem(index, takeFocus);
 }
 
+bool CListUI::HasOrderOfItsOwn() const
+{
+    return false;
+}
+
+bool CListUI::DoRowKey(const TEventUI&)
+{
+    return false;
+}
+
 bool CListUI::SelectByKey(const TEventUI& event)
 {
+    if (DoRowKey(event))
+        return true;
     const int last = GetCount() - 1;
     const auto next = [this, last](int from, bool forward) {
         return from < 0 || from > last ? -1 : FindSelectable(from, forward);
@@ -337,42 +349,55 @@ void CListUI::NumberRows(int first)
     }
 }
 
-void CListUI::RowInserted(int index)
+void CListUI::RowsInserted(int first, int count)
 {
-    m_pSelection->Insert(index);
+    m_pSelection->Insert(first, count);
     for (int* const marked : {&m_iCurSel, &m_iFirstSel, &m_iCurSelActivate, &m_iExpandedItem}) {
-        if (*marked >= index)
-            ++*marked;
+        if (*marked >= first)
+            *marked += count;
     }
-    IListItemUI* const row = RowAt(index);
-    if (row != nullptr)
-        row->SetOwner(this);
-    NumberRows(index);
-    if (row == nullptr || !row->IsSelected())
+    for (int i = first; i < first + count; ++i) {
+        if (IListItemUI* const row = RowAt(i))
+            row->SetOwner(this);
+    }
+    NumberRows(first);
+
+    int selected = -1;
+    for (int i = first; i < first + count; ++i) {
+        const IListItemUI* const row = RowAt(i);
+        if (row == nullptr || !row->IsSelected())
+            continue;
+        m_pSelection->Set(i, true);
+        selected = i;
+    }
+    if (selected < 0)
         return;
-    m_pSelection->Set(index, true);
     if (!m_bMultiSel)
-        ChangeOthers(index);
-    m_iCurSel = m_iFirstSel = index;
-    QueueSelected(m_bMultiSel ? -1 : index);
+        ChangeOthers(selected);
+    m_iCurSel = m_iFirstSel = selected;
+    QueueSelected(m_bMultiSel ? -1 : selected);
 }
 
-void CListUI::RowRemoved(int index, CControlUI* row)
+void CListUI::RowsRemoved(int first, const CStdPtrArray& rows)
 {
-    const bool wasSelected = m_pSelection->Has(index);
-    m_pSelection->Remove(index);
+    const int count = rows.GetSize();
+    const int selected = m_pSelection->Count();
+    m_pSelection->Remove(first, count);
     for (int* const marked : {&m_iCurSel, &m_iFirstSel, &m_iCurSelActivate, &m_iExpandedItem}) {
-        if (*marked == index)
+        if (*marked >= first + count)
+            *marked -= count;
+        else if (*marked >= first)
             *marked = -1;
-        else if (*marked > index)
-            --*marked;
     }
-    if (auto* const item = static_cast<IListItemUI*>(row->GetInterface(DUI_CTR_LISTITEM))) {
-        item->SetOwner(nullptr);
-        item->SetIndex(-1);
+    for (int i = 0; i < count; ++i) {
+        auto* const row = static_cast<CControlUI*>(rows[i]);
+        if (auto* const item = static_cast<IListItemUI*>(row->GetInterface(DUI_CTR_LISTITEM))) {
+            item->SetOwner(nullptr);
+            item->SetIndex(-1);
+        }
     }
-    NumberRows(index);
-    if (wasSelected)
+    NumberRows(first);
+    if (m_pSelection->Count() != selected)
         QueueSelected(-1);
 }
 

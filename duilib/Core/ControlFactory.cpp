@@ -14,6 +14,7 @@
 #include "Control/UIScrollBar.h"
 #include "Control/UISlider.h"
 #include "Control/UIText.h"
+#include "Control/UITreeView.h"
 #include "Core/UIContainer.h"
 #include "Core/UIControl.h"
 #include "Layout/UIChildLayout.h"
@@ -129,6 +130,8 @@ constexpr KnownClass kKnownClasses[] = {
     {L"CTextUI", &Make<CTextUI>},
     {L"CTileBoxUI", &Make<CTileLayoutUI>},
     {L"CTileLayoutUI", &Make<CTileLayoutUI>},
+    {L"CTreeNodeUI", &Make<CTreeNodeUI>},
+    {L"CTreeViewUI", &Make<CTreeViewUI>},
     {L"CVBoxUI", &Make<CVerticalLayoutUI>},
     {L"CVerticalLayoutUI", &Make<CVerticalLayoutUI>},
 };
