@@ -1,7 +1,10 @@
 #include <UIlib.h>
 
+#include "support/ImportHook.h"
+
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <thread>
@@ -520,6 +523,71 @@ TEST(WindowWndTest, CenteringStaysInsideTheWorkArea)
     const RECT position = PositionOf(handle);
     EXPECT_EQ(position.right, work.right);
     EXPECT_EQ(position.top, work.top);
+}
+
+// Two monitors, the second one to the left of the first and higher.
+constexpr RECT kFirstWork{0, 0, 1000, 700};
+constexpr RECT kSecondWork{-1600, -300, -40, 900};
+const HMONITOR kFirstMonitor = reinterpret_cast<HMONITOR>(std::uintptr_t{0x101});
+const HMONITOR kSecondMonitor = reinterpret_cast<HMONITOR>(std::uintptr_t{0x102});
+HWND onSecondMonitor = nullptr;
+
+HMONITOR WINAPI MadeUpMonitorOf(HWND window, DWORD)
+{
+    return window == onSecondMonitor ? kSecondMonitor : kFirstMonitor;
+}
+
+BOOL WINAPI MadeUpMonitorInfo(HMONITOR monitor, MONITORINFO* info)
+{
+    info->rcWork = monitor == kSecondMonitor ? kSecondWork : kFirstWork;
+    info->rcMonitor = info->rcWork;
+    info->dwFlags = monitor == kFirstMonitor ? MONITORINFOF_PRIMARY : 0;
+    return TRUE;
+}
+
+class TwoMonitorsTest : public testing::Test {
+protected:
+    ~TwoMonitorsTest() override { onSecondMonitor = nullptr; }
+
+    test::ImportHook monitorOf{L"DuiLib.dll", "user32.dll", "MonitorFromWindow",
+                               reinterpret_cast<void*>(&MadeUpMonitorOf)};
+    test::ImportHook monitorInfo{L"DuiLib.dll", "user32.dll", "GetMonitorInfoW",
+                                 reinterpret_cast<void*>(&MadeUpMonitorInfo)};
+};
+
+TEST_F(TwoMonitorsTest, AWindowIsCentredOnTheMonitorItIsOn)
+{
+    TestWindow window;
+    const HWND handle = window.Open(nullptr, {0, 0, 200, 100});
+    onSecondMonitor = handle;
+    window.CenterWindow();
+    const RECT position = PositionOf(handle);
+    EXPECT_EQ(position.left, -1600 + (1560 - 200) / 2);
+    EXPECT_EQ(position.top, -300 + (1200 - 100) / 2);
+}
+
+TEST_F(TwoMonitorsTest, AnOwnedWindowStaysOnTheMonitorOfItsOwner)
+{
+    TestWindow owner;
+    onSecondMonitor = owner.Open(nullptr, {-1590, -290, -1490, -190});
+    TestWindow dialog;
+    const HWND handle = dialog.Open(owner, {0, 0, 300, 400});
+    dialog.CenterWindow();
+    const RECT position = PositionOf(handle);
+    EXPECT_EQ(position.left, kSecondWork.left);
+    EXPECT_EQ(position.top, kSecondWork.top);
+    EXPECT_EQ(position.right - position.left, 300);
+}
+
+TEST_F(TwoMonitorsTest, AWindowLargerThanTheWorkAreaBeginsAtItsCorner)
+{
+    TestWindow window;
+    const HWND handle = window.Open(nullptr, {0, 0, 1700, 1300});
+    onSecondMonitor = handle;
+    window.CenterWindow();
+    const RECT position = PositionOf(handle);
+    EXPECT_EQ(position.left, kSecondWork.left);
+    EXPECT_EQ(position.top, kSecondWork.top);
 }
 
 TEST(WindowWndTest, ResizeClientKeepsWhatIsMinusOne)

@@ -1,0 +1,182 @@
+#include "gallery/GalleryWindow.h"
+#include "gallery/pages/Pages.h"
+
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+namespace {
+
+using namespace DuiLib;
+
+constexpr const wchar_t* kDialog = L"windows/dialog.xml";
+constexpr const wchar_t* kLayered = L"windows/layered.xml";
+constexpr const wchar_t* kSecond = L"windows/second.xml";
+
+enum Scene { kOpenDialog, kOpenLayered, kOpenSecond, kSceneCount };
+
+// A window that a demonstration opens; it deletes itself.
+class OpenedWindow : public WindowImplBaseEx {
+public:
+    OpenedWindow(const wchar_t* skin, int percent) : m_skin(skin), m_percent(percent) {}
+
+    bool Open(HWND owner)
+    {
+        if (!Create(owner, L"Quillet", WS_POPUP, WS_EX_TOOLWINDOW))
+            return false;
+        CenterWindow();
+        return true;
+    }
+
+    // WindowImplBaseEx:
+    void InitWindow() override { m_pm.SetDPI(::MulDiv(m_percent, USER_DEFAULT_SCREEN_DPI, 100)); }
+    void Notify(TNotifyUI& notification) override
+    {
+        if (notification.sType != DUI_MSGTYPE_CLICK) {
+            WindowImplBaseEx::Notify(notification);
+            return;
+        }
+        const CDuiString name = notification.pSender->GetName();
+        if (name == L"windows.ok")
+            Close(IDOK);
+        else if (name == L"windows.cancel")
+            Close(IDCANCEL);
+        else if (name == L"windows.again")
+            OpenAgain();
+    }
+    void OnFinalMessage(HWND window) override
+    {
+        WindowImplBaseEx::OnFinalMessage(window);
+        delete this;
+    }
+
+protected:
+    LPCTSTR GetWindowClassName() const override { return L"QuilletGalleryOpened"; }
+    CDuiString GetSkinFile() override { return m_skin.c_str(); }
+
+private:
+    void OpenAgain()
+    {
+        auto* const nested = new OpenedWindow(m_skin.c_str(), m_percent);
+        if (nested->Open(m_hWnd))
+            nested->ShowModal();
+    }
+
+    std::wstring m_skin;
+    int m_percent;
+};
+
+const wchar_t* NameOf(UINT message)
+{
+    switch (message) {
+    case UIMSG_DRAG:
+        return L"UIMSG_DRAG";
+    case UIMSG_DRAGENTER:
+        return L"UIMSG_DRAGENTER";
+    case UIMSG_DRAGLEAVE:
+        return L"UIMSG_DRAGLEAVE";
+    case UIMSG_DRAGOVER:
+        return L"UIMSG_DRAGOVER";
+    case UIMSG_DRAGRELEASE:
+        return L"UIMSG_DRAGRELEASE";
+    default:
+        return nullptr;
+    }
+}
+
+class ToolkitWindowsPage : public Page, public IMessageFilterUI {
+public:
+    explicit ToolkitWindowsPage(GalleryWindow& window)
+        : Page(window), m_hasOle(SUCCEEDED(::OleInitialize(nullptr)))
+    {
+        Window().Manager().AddMessageFilter(this);
+        Window().Manager().EnableDragDrop(true);
+    }
+    ~ToolkitWindowsPage() override
+    {
+        CloseScene();
+        Window().Manager().EnableDragDrop(false);
+        Window().Manager().RemoveMessageFilter(this);
+        if (m_hasOle)
+            ::OleUninitialize();
+    }
+
+    void Notify(TNotifyUI& notification) override
+    {
+        if (notification.sType != DUI_MSGTYPE_CLICK)
+            return;
+        const CDuiString name = notification.pSender->GetName();
+        if (name == L"windows.modal")
+            OpenModal();
+        else if (name == L"windows.layered")
+            Open(kLayered);
+        else if (name == L"windows.second")
+            Open(kSecond);
+    }
+
+    LRESULT MessageHandler(UINT message, WPARAM wParam, LPARAM lParam, bool&) override
+    {
+        const wchar_t* const name = NameOf(message);
+        if (!name)
+            return 0;
+        const auto& drag = *reinterpret_cast<TDragDropUI*>(wParam);
+        CDuiString line;
+        line.Format(L"%s  (%d, %d)  %s", name, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam),
+                    drag.pControl ? drag.pControl->GetName().GetData() : L"");
+        SetText(L"windows.event", line);
+        if (drag.pControl && drag.pControl->IsDropEnabled() && message != UIMSG_DRAGLEAVE)
+            *drag.pdwEffect = DROPEFFECT_COPY;
+        return 0;
+    }
+
+    int Scenes() const override { return kSceneCount; }
+    void OpenScene(int scene) override
+    {
+        constexpr const wchar_t* kSkins[] = {kDialog, kLayered, kSecond};
+        Open(kSkins[scene]);
+    }
+    void CloseScene() override
+    {
+        for (const HWND window : m_opened) {
+            if (::IsWindow(window))
+                ::DestroyWindow(window);
+        }
+        m_opened.clear();
+    }
+
+private:
+    int Percent() const { return static_cast<int>(Window().Manager().GetDPIObj()->GetScale()); }
+
+    void OpenModal()
+    {
+        auto* const dialog = new OpenedWindow(kDialog, Percent());
+        if (!dialog->Open(Window().GetHWND()))
+            return;
+        const HWND owner = Window().GetHWND();
+        const UINT result = dialog->ShowModal();
+        if (::IsWindow(owner) && Window().ShownPage() == this)
+            SetText(L"windows.event", (L"ShowModal: " + std::to_wstring(result)).c_str());
+    }
+
+    void Open(const wchar_t* skin)
+    {
+        auto* const window = new OpenedWindow(skin, Percent());
+        if (!window->Open(Window().GetHWND()))
+            return;
+        window->ShowWindow();
+        m_opened.push_back(window->GetHWND());
+    }
+
+    bool m_hasOle;
+    std::vector<HWND> m_opened;
+};
+
+} // namespace
+
+std::unique_ptr<Page> MakeToolkitWindowsPage(GalleryWindow& window)
+{
+    return std::make_unique<ToolkitWindowsPage>(window);
+}
+
+} // namespace gallery
