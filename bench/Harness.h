@@ -45,6 +45,7 @@ private:
 // One function per source.
 void RunDialogBench(Report& report);
 void RunFindBench(Report& report);
+void RunListBench(Report& report);
 void RunMemoryBench(Report& report);
 void RunMenuBench(Report& report);
 void RunPaintBench(Report& report);

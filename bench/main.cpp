@@ -15,6 +15,7 @@ int main(int argc, char** argv)
     bench::RunPaintBench(report);
     bench::RunResizeBench(report);
     bench::RunFindBench(report);
+    bench::RunListBench(report);
     bench::RunDialogBench(report);
     bench::RunMemoryBench(report);
     bench::RunMenuBench(report);
