@@ -211,6 +211,11 @@ bool CPaintManagerUI::State::HandleOther(UINT message, WPARAM wParam, LPARAM lPa
             root->NeedUpdate();
         result = 0;
         return true;
+    case WM_WINDOWPOSCHANGED:
+        // The system asks for no paint of a layered window that appears.
+        if (layered && (reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_SHOWWINDOW) != 0)
+            manager.Invalidate();
+        return false;
     case WM_GETMINMAXINFO: {
         auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
         const SIZE smallest = manager.GetMinInfo();

@@ -254,4 +254,29 @@ TEST_F(ManagerLayeredTest, TextSettingsAreKept)
     EXPECT_EQ(manager.GetGdiplusTextRenderingHint(), 3);
 }
 
+// A window made layered by its skin, before it is shown for the first time.
+class LayeredWindow : public WindowImplBase {
+protected:
+    LPCTSTR GetWindowClassName() const override { return L"LayeredTestWindow"; }
+    CDuiString GetSkinFile() override
+    {
+        return L"<Window size=\"60,40\" layered=\"true\"><VerticalLayout "
+               L"bkcolor=\"#FF00FF00\" /></Window>";
+    }
+};
+
+TEST_F(ManagerLayeredTest, AWindowShowsItsPictureAsSoonAsItIsShown)
+{
+    LayeredWindow window;
+    ASSERT_NE(window.Create(nullptr, L"layered", WS_POPUP, WS_EX_TOOLWINDOW), nullptr);
+    host.Pump();
+    EXPECT_EQ(g_shown.times, 0);
+    window.ShowWindow();
+    host.Pump();
+    EXPECT_GT(g_shown.times, 0);
+    EXPECT_EQ(g_shown.size.cx, 60);
+    EXPECT_EQ(g_shown.At(30, 20), 0xFF00FF00u);
+    ::DestroyWindow(window);
+}
+
 } // namespace
