@@ -151,6 +151,14 @@ void Keep(const Screenshot& screenshot, const std::wstring& folder, const std::w
         result.problems.push_back(name + L": the page is empty");
 }
 
+// Checks every text that a window shows.
+void InspectWindow(CPaintManagerUI& manager, const std::wstring& where, TourResult& result)
+{
+    Inspection inspection{&manager, where, &result.problems};
+    if (manager.GetRoot())
+        manager.GetRoot()->FindControl(Inspect, &inspection, UIFIND_VISIBLE | UIFIND_ME_FIRST);
+}
+
 // Pictures of what the page opens beside itself.
 void VisitScenes(GalleryWindow& window, const std::wstring& name, const std::wstring& folder,
                  TourResult& result)
@@ -161,6 +169,12 @@ void VisitScenes(GalleryWindow& window, const std::wstring& name, const std::wst
         DispatchWhatIsQueued(window.GetHWND());
         Keep(Screenshot(nullptr, AreaOfAllWindows()), folder,
              name + L"-scene" + std::to_wstring(scene + 1), result);
+        const CStdPtrArray& managers = *CPaintManagerUI::GetPaintManagers();
+        for (int i = 0; i < managers.GetSize(); ++i) {
+            auto& manager = *static_cast<CPaintManagerUI*>(managers[i]);
+            if (&manager != &window.Manager())
+                InspectWindow(manager, name, result);
+        }
         page->CloseScene();
         DispatchWhatIsQueued(window.GetHWND());
     }
@@ -177,8 +191,7 @@ void Visit(GalleryWindow& window, const PageEntry& page, int scale, const wchar_
     Keep(Screenshot(window.GetHWND(), ClientOf(window.GetHWND())), folder, name, result);
     VisitScenes(window, name, folder, result);
 
-    Inspection inspection{&window.Manager(), name, &result.problems};
-    window.Manager().GetRoot()->FindControl(Inspect, &inspection, UIFIND_VISIBLE | UIFIND_ME_FIRST);
+    InspectWindow(window.Manager(), name, result);
 }
 
 void Choose(GalleryWindow& window, const std::wstring& option)

@@ -19,18 +19,26 @@ enum Scene { kOpenDialog, kOpenLayered, kOpenSecond, kSceneCount };
 // A window that a demonstration opens; it deletes itself.
 class OpenedWindow : public WindowImplBaseEx {
 public:
-    OpenedWindow(const wchar_t* skin, int percent) : m_skin(skin), m_percent(percent) {}
+    OpenedWindow(const wchar_t* skin, CPaintManagerUI& main) : m_skin(skin), m_main(main) {}
 
     bool Open(HWND owner)
     {
         if (!Create(owner, L"Quillet", WS_POPUP, WS_EX_TOOLWINDOW))
             return false;
+        // The scale of the main window, whatever the monitor asks for.
+        const auto percent = static_cast<int>(m_main.GetDPIObj()->GetScale());
+        m_uDpi = static_cast<unsigned>(::MulDiv(percent, USER_DEFAULT_SCREEN_DPI, 100));
+        m_pm.SetDPI(static_cast<int>(m_uDpi));
         CenterWindow();
         return true;
     }
 
     // WindowImplBaseEx:
-    void InitWindow() override { m_pm.SetDPI(::MulDiv(m_percent, USER_DEFAULT_SCREEN_DPI, 100)); }
+    void InitWindow() override
+    {
+        const TFontInfo& font = *m_main.GetDefaultFontInfo();
+        m_pm.SetDefaultFont(font.sFontName, font.iSize, false, false, false, false);
+    }
     void Notify(TNotifyUI& notification) override
     {
         if (notification.sType != DUI_MSGTYPE_CLICK) {
@@ -58,13 +66,13 @@ protected:
 private:
     void OpenAgain()
     {
-        auto* const nested = new OpenedWindow(m_skin.c_str(), m_percent);
+        auto* const nested = new OpenedWindow(m_skin.c_str(), m_main);
         if (nested->Open(m_hWnd))
             nested->ShowModal();
     }
 
     std::wstring m_skin;
-    int m_percent;
+    CPaintManagerUI& m_main; // of the owner, which outlives this window
 };
 
 const wchar_t* NameOf(UINT message)
@@ -150,7 +158,7 @@ private:
 
     void OpenModal()
     {
-        auto* const dialog = new OpenedWindow(kDialog, Percent());
+        auto* const dialog = new OpenedWindow(kDialog, Window().Manager());
         if (!dialog->Open(Window().GetHWND()))
             return;
         const HWND owner = Window().GetHWND();
@@ -161,7 +169,7 @@ private:
 
     void Open(const wchar_t* skin)
     {
-        auto* const window = new OpenedWindow(skin, Percent());
+        auto* const window = new OpenedWindow(skin, Window().Manager());
         if (!window->Open(Window().GetHWND()))
             return;
         window->ShowWindow();
