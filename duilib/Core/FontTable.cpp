@@ -8,10 +8,13 @@ namespace DuiLib {
 
 namespace {
 
+// Pixels. A single character of a larger font takes the system many megabytes, or more than it has.
+constexpr int kLargestHeight = 2000;
+
 // A height is never scaled to nothing.
 int ScaledHeight(int size, int scale)
 {
-    const int height = ::MulDiv(size, scale, 100);
+    const int height = std::clamp(::MulDiv(size, scale, 100), -kLargestHeight, kLargestHeight);
     return height != 0 || size == 0 ? height : (size > 0 ? 1 : -1);
 }
 

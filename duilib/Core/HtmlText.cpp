@@ -82,6 +82,13 @@ public:
             layout, view.text.size() + kEntryWeight);
     }
 
+    void Forget(const CPaintManagerUI* manager)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_cache.EraseIf(
+            [manager](const RequestKey& key, const auto&) { return key.manager == manager; });
+    }
+
     void Forget(HFONT font)
     {
         const std::scoped_lock lock(m_mutex);
@@ -371,6 +378,11 @@ const std::wstring* FindHoveredLink(const HtmlLayout& layout, const Placement& p
 void ForgetHtmlTexts(HFONT font)
 {
     KeptLayouts().Forget(font);
+}
+
+void ForgetHtmlTexts(const CPaintManagerUI* manager)
+{
+    KeptLayouts().Forget(manager);
 }
 
 void CRenderEngine::DrawHtmlText(HDC dc, CPaintManagerUI* manager, RECT& rect, LPCTSTR text,

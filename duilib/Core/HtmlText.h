@@ -4,7 +4,10 @@
 
 namespace DuiLib {
 
-// Drops every laid-out text that uses the font.
+class CPaintManagerUI;
+
+// Drops every laid-out text that uses the font, or that was laid out for a manager that ends.
 void ForgetHtmlTexts(HFONT font);
+void ForgetHtmlTexts(const CPaintManagerUI* manager);
 
 } // namespace DuiLib

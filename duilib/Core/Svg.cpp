@@ -25,6 +25,7 @@ constexpr double kTolerance = 0.25; // of curves, in samples
 
 constexpr std::size_t kLargestFile = 4 * 1024 * 1024;
 constexpr double kLargestSide = 8192;         // pixels
+constexpr Gdiplus::REAL kFarRows = 1024;      // samples outside the picture
 constexpr double kFarthestCoordinate = 4.0e6; // samples; GDI+ computes in fixed point
 
 // An area in one colour, in samples.
@@ -361,6 +362,31 @@ private:
     std::wstring m_failure;
 };
 
+using Polygon = std::vector<Gdiplus::PointF>;
+
+enum class Side { Above, Below };
+
+// The part of a polygon on one side of a row.
+Polygon Cut(const Polygon& polygon, Gdiplus::REAL row, Side side)
+{
+    const auto isKept = [row, side](const Gdiplus::PointF& point) {
+        return side == Side::Above ? point.Y <= row : point.Y >= row;
+    };
+    Polygon kept;
+    for (std::size_t index = 0; index < polygon.size(); index++) {
+        const auto& from = polygon[index];
+        const auto& to = polygon[(index + 1) % polygon.size()];
+        if (isKept(from))
+            kept.push_back(from);
+        if (isKept(from) != isKept(to)) {
+            const double part = (double{row} - from.Y) / (double{to.Y} - from.Y);
+            const double x = from.X + part * (double{to.X} - from.X);
+            kept.emplace_back(static_cast<Gdiplus::REAL>(x), row);
+        }
+    }
+    return kept;
+}
+
 // Some rows of the picture, sampled.
 class Band {
 public:
@@ -383,7 +409,7 @@ public:
         bool drawn = graphics.GetLastStatus() == Gdiplus::Ok;
         for (const auto& shape : shapes) {
             if (shape.bottom > top && shape.top < bottom)
-                drawn = drawn && Fill(graphics, shape, top);
+                drawn = drawn && Fill(graphics, shape, top, bottom - top);
         }
         graphics.Flush(Gdiplus::FlushIntentionSync);
         return drawn;
@@ -414,15 +440,23 @@ public:
     }
 
 private:
-    static bool Fill(Gdiplus::Graphics& graphics, const Shape& shape, Gdiplus::REAL top)
+    // GDI+ may work through every row of a shape, seen or not, so far ones are cut off.
+    static bool Fill(Gdiplus::Graphics& graphics, const Shape& shape, Gdiplus::REAL top,
+                     Gdiplus::REAL height)
     {
+        const bool reachesFar =
+            shape.top < top - kFarRows || shape.bottom > top + height + kFarRows;
         Gdiplus::GraphicsPath path(shape.evenOdd ? Gdiplus::FillModeAlternate
                                                  : Gdiplus::FillModeWinding);
-        std::vector<Gdiplus::PointF> moved;
+        Polygon moved;
         for (const auto& polygon : shape.polygons) {
             moved = polygon;
             for (auto& point : moved)
                 point.Y -= top;
+            if (reachesFar)
+                moved = Cut(Cut(moved, -kFarRows, Side::Below), height + kFarRows, Side::Above);
+            if (moved.size() < 3)
+                continue;
             path.AddPolygon(moved.data(), static_cast<INT>(moved.size()));
         }
         const Gdiplus::SolidBrush brush(shape.colour);

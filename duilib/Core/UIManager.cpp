@@ -1,5 +1,7 @@
 #include "Core/ManagerState.h"
 
+#include "Core/HtmlText.h"
+
 #include <algorithm>
 
 namespace DuiLib {
@@ -108,6 +110,7 @@ CPaintManagerUI::~CPaintManagerUI()
         delete control;
     }
     state.ReleaseWindow();
+    ForgetHtmlTexts(this);
     state.life->state = nullptr;
 }
 

@@ -25,6 +25,7 @@ constexpr DWORD kKnobFace = 0xFFFFFFFF;
 constexpr DWORD kKnobShadow = 0x33000000;
 
 constexpr int kShadowOffset = 3;        // pixels to the right and below the knob
+constexpr int kLargestKnob = 4096;      // pixels; larger than any screen
 constexpr int kShadowMagnification = 4; // a small ellipse drawn this much larger is a soft one
 
 // How far the knob slides between its resting places.
@@ -315,6 +316,9 @@ void CToggleSwitchUI::DoPaint(HDC dc, const RECT&)
     const auto geometry = Measure(GetPos(), state);
     const bool hover = state.m_bHover && !state.m_bPressed;
 
+    // Of a huge switch only a part can be seen, and GDI+ works through the whole ellipses.
+    if (geometry.knob.Width > kLargestKnob)
+        return;
     PaintTrack(graphics, geometry, TrackColour(state, IsEnabled(), geometry.travel), hover);
     PaintKnobShadow(graphics, geometry.knob, state.m_pShadow);
     PaintKnob(graphics, geometry.knob);

@@ -1,6 +1,11 @@
 #include "duilib/Core/PictureFiles.h"
 
 #include "support/DebugOutput.h"
+#include "support/ImportHook.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
 
 namespace {
 
@@ -617,6 +622,46 @@ TEST_F(SvgTest, FarCoordinatesAndManyPointsAreHarmless)
                                  "cx=\"-1e300\"/><path fill=\"none\" d=\"" +
                                      zigzag + "\"/>");
     EXPECT_EQ(picture.At(4, 4), kRed);
+}
+
+// What GDI+ is given to fill.
+class PolygonRecorder {
+public:
+    PolygonRecorder()
+        : m_hook(L"DuiLib.dll", "gdiplus.dll", "GdipAddPathPolygon", &PolygonRecorder::OnAdd)
+    {
+        s_farthest = 0;
+        s_original = m_hook.Original<AddPolygon>();
+    }
+    float Farthest() const { return s_farthest; }
+
+private:
+    using AddPolygon = Gdiplus::GpStatus WINGDIPAPI(Gdiplus::GpPath*, const Gdiplus::PointF*, INT);
+
+    static Gdiplus::GpStatus WINGDIPAPI OnAdd(Gdiplus::GpPath* path, const Gdiplus::PointF* points,
+                                              INT count)
+    {
+        for (const auto& point : std::span(points, static_cast<std::size_t>(count)))
+            s_farthest = std::max(s_farthest, std::abs(point.Y));
+        return s_original(path, points, count);
+    }
+
+    static inline float s_farthest = 0;
+    static inline AddPolygon* s_original = nullptr;
+    ImportHook m_hook;
+};
+
+TEST_F(SvgTest, OnlyTheRowsInSightOfAHugeShapeAreWorkedOn)
+{
+    const PolygonRecorder recorder;
+    const auto picture =
+        Draw(8, "<path d=\"M-1e5 -1e6L1e5 1e6H-1e5z\" fill=\"blue\"/>"
+                "<path d=\"M3 3L4 4\" stroke=\"lime\" fill=\"none\" stroke-width=\"9e9\" "
+                "stroke-opacity=\"0.01\" stroke-linecap=\"round\"/>");
+    EXPECT_GT(recorder.Farthest(), 8.0f);
+    EXPECT_LT(recorder.Farthest(), 2000.0f);
+    EXPECT_GT(picture.At(0, 7).value & 0xFF, 0xE0u);
+    EXPECT_LT(picture.At(6, 0).value & 0xFF, 0x10u);
 }
 
 TEST_F(SvgTest, TallDrawingsAreDrawnInBandsWithoutSeams)

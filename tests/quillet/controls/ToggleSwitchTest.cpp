@@ -509,6 +509,15 @@ TEST_F(ToggleSwitchTest, PaintingLeavesNoObjectsBehind)
     EXPECT_EQ(GdiplusObjects(), gdiplus);
 }
 
+TEST_F(ToggleSwitchTest, ASwitchLargerThanAnyScreenIsNotDrawn)
+{
+    const Canvas canvas(50, 24);
+    CToggleSwitchUI huge;
+    huge.SetPos({0, 0, 200'000, 100'000});
+    huge.DoPaint(canvas.Dc(), RECT{0, 0, 50, 24}, nullptr);
+    EXPECT_EQ(canvas.Take().Count(Argb{0xFFFFFFFF}), 50 * 24);
+}
+
 TEST_F(ToggleSwitchTest, AControlTakesItsObjectsWithIt)
 {
     const Canvas canvas(50, 24);
