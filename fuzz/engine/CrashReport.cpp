@@ -22,7 +22,7 @@ bool IsFault(DWORD code)
                                  EXCEPTION_ILLEGAL_INSTRUCTION,   EXCEPTION_PRIV_INSTRUCTION,
                                  EXCEPTION_INT_DIVIDE_BY_ZERO,    EXCEPTION_INT_OVERFLOW,
                                  EXCEPTION_DATATYPE_MISALIGNMENT, EXCEPTION_STACK_OVERFLOW,
-                                 STATUS_HEAP_CORRUPTION};
+                                 STATUS_HEAP_CORRUPTION,          GuardedHeap::kDamage};
     return std::find(std::begin(kFaults), std::end(kFaults), code) != std::end(kFaults);
 }
 
@@ -30,7 +30,8 @@ bool IsFault(DWORD code)
 // code does it, or when it happens in our memory.
 bool IsOurs(const EXCEPTION_RECORD& fault)
 {
-    if (fault.ExceptionCode == EXCEPTION_STACK_OVERFLOW)
+    if (fault.ExceptionCode == EXCEPTION_STACK_OVERFLOW ||
+        fault.ExceptionCode == GuardedHeap::kDamage)
         return true;
     GuardedHeap::Block block{};
     if (fault.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && fault.NumberParameters >= 2 &&
@@ -118,6 +119,9 @@ void OnTerminate()
 
 void InstallCrashReport()
 {
+    // Room to report an overflow of the stack.
+    ULONG stackForReport = 64 * 1024;
+    ::SetThreadStackGuarantee(&stackForReport);
     ::AddVectoredExceptionHandler(1, &OnException);
     ::SetUnhandledExceptionFilter(&OnUnhandled);
     std::signal(SIGABRT, &OnAbort);

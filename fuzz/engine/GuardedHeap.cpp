@@ -22,7 +22,6 @@ constexpr unsigned char kFreed = 0xDD;
 constexpr unsigned char kFresh = 0xCD;
 constexpr unsigned char kBehind = 0xFD;
 constexpr unsigned kProtectOneIn = 16; // freed blocks that nobody may touch any more
-constexpr DWORD kDamagedBlock = 0xE0464401;
 
 // Two sorts of slots: most blocks are small, some may be as large as a picture.
 struct Sort {
@@ -74,7 +73,7 @@ void* ZeroedPages(std::size_t size)
     std::fprintf(stderr, "%s: block of %llu bytes at %p\n", what,
                  static_cast<unsigned long long>(size), block);
     std::fflush(stderr);
-    ::RaiseException(kDamagedBlock, EXCEPTION_NONCONTINUABLE, 0, nullptr);
+    ::RaiseException(kDamage, EXCEPTION_NONCONTINUABLE, 0, nullptr);
     std::abort();
 }
 
@@ -128,16 +127,23 @@ public:
         return block;
     }
 
+    // What is wrong with a block that is to be freed; null when nothing is.
+    const char* FindDamage(const void* block) const
+    {
+        const std::size_t index = IndexOf(block);
+        const Slot& slot = m_slots[index];
+        if (slot.state != State::Used || block != BlockOf(index))
+            return "freed twice, or not the start of a block";
+        const auto* const behind = static_cast<const unsigned char*>(block) + slot.size;
+        const bool written = std::any_of(behind, behind + Behind(slot.size),
+                                         [](unsigned char byte) { return byte != kBehind; });
+        return written ? "written behind the end" : nullptr;
+    }
+
     void Give(void* block)
     {
         const std::size_t index = IndexOf(block);
         Slot& slot = m_slots[index];
-        if (slot.state != State::Used || block != BlockOf(index))
-            ReportDamage(block, slot.size, "freed twice, or not the start of a block");
-        const auto* const behind = static_cast<const unsigned char*>(block) + slot.size;
-        if (std::any_of(behind, behind + Behind(slot.size),
-                        [](unsigned char byte) { return byte != kBehind; }))
-            ReportDamage(block, slot.size, "written behind the end");
         std::memset(block, kFreed, slot.size);
         slot.state = State::Free;
         if (++m_freed % kProtectOneIn == 0) {
@@ -234,6 +240,8 @@ void __cdecl Free(void* block)
     if (!block)
         return;
     if (Arena* const arena = ArenaOf(block)) {
+        if (const char* const damage = arena->FindDamage(block))
+            ReportDamage(block, arena->SlotOf(block).size, damage);
         const Lock lock;
         Count(-1, arena->SlotOf(block).size);
         arena->Give(block);

@@ -20,6 +20,9 @@ enum class Placement {
              // checked when it is freed
 };
 
+// The code of the exception that damage found at a free raises, for lack of a fault.
+constexpr unsigned long kDamage = 0xE0464401;
+
 // From now on, until the process ends. What was allocated before may be freed as ever.
 void Install(Placement placement);
 

@@ -43,6 +43,12 @@ GuardedRegion& InputRegion()
     return region;
 }
 
+// What gets out of a target ends the process here, with the input saved.
+void Call(const Target& target, ByteView input) noexcept
+{
+    target.run(input);
+}
+
 class Session {
 public:
     Session(const Target& target, const SessionOptions& options)
@@ -115,7 +121,7 @@ private:
         {
             const ByteView guarded = InputRegion().Place(input);
             const Running running(guarded, m_executions);
-            m_target.run(guarded);
+            Call(m_target, guarded);
         }
         const auto allocations = GuardedHeap::Count().allocations - before;
         const auto magnitude = static_cast<unsigned>(std::bit_width(allocations));
@@ -185,7 +191,7 @@ void RunOnce(const Target& target, ByteView input)
     const ByteView guarded = InputRegion().Place(input);
     Record::Instance().target = target.name;
     const Running running(guarded, 1);
-    target.run(guarded);
+    Call(target, guarded);
 }
 
 } // namespace fuzz

@@ -32,6 +32,14 @@ ULONGLONG WorkOf(HANDLE thread)
     return number(kernel) + number(user);
 }
 
+bool IsInModule(DWORD64 address)
+{
+    HMODULE module = nullptr;
+    return ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                    GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                                reinterpret_cast<LPCWSTR>(address), &module) != 0;
+}
+
 } // namespace
 
 Watchdog::Watchdog()
@@ -66,14 +74,26 @@ void Watchdog::Watch()
     }
 }
 
+// Code of the system below its modules has no stack that can be walked; it returns now and then.
+CONTEXT Watchdog::StopWhereItCanBeSeen() const
+{
+    constexpr int kMostTries = 500;
+    CONTEXT context{};
+    for (int i = 0; i < kMostTries; ++i) {
+        ::SuspendThread(m_watched.get());
+        context.ContextFlags = CONTEXT_FULL;
+        if (::GetThreadContext(m_watched.get(), &context) && IsInModule(context.Rip))
+            break;
+        ::ResumeThread(m_watched.get());
+        ::Sleep(1);
+    }
+    return context;
+}
+
 void Watchdog::ReportHang()
 {
-    ::SuspendThread(m_watched.get());
     Record::Instance().Report("hang");
-    CONTEXT context{};
-    context.ContextFlags = CONTEXT_FULL;
-    if (::GetThreadContext(m_watched.get(), &context))
-        test::PrintStack(context);
+    test::PrintStack(StopWhereItCanBeSeen());
     ::TerminateProcess(::GetCurrentProcess(), kHangExitCode);
     for (;;)
         ::Sleep(INFINITE);

@@ -20,6 +20,7 @@ public:
 
 private:
     void Watch();
+    CONTEXT StopWhereItCanBeSeen() const;
     [[noreturn]] void ReportHang();
 
     Quillet::UniqueKernelHandle m_watched;

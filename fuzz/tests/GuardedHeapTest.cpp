@@ -145,13 +145,13 @@ TEST_P(WrongUseTest, EndsTheProcess)
 
 INSTANTIATE_TEST_SUITE_P(
     AllWays, WrongUseTest,
-    testing::Values(WrongUse{"WritesOneByteBehindABlock", "CRASH c0000005\nwriting"},
-                    WrongUse{"LetsTheToolkitReadATextWithoutAnEnd", "CRASH c0000005\nreading"},
-                    WrongUse{"LetsTheToolkitWriteBehindABuffer", "CRASH c0000005\nwriting"},
-                    WrongUse{"WritesBetweenTheBlockAndItsPage",
-                             "written behind the end: block of 61 bytes"},
-                    WrongUse{"FreesTwice", "freed twice"},
-                    WrongUse{"UsesFreedBlocks", "into a freed block of 4"}),
+    testing::Values(
+        WrongUse{"WritesOneByteBehindABlock", ", 64 bytes into a block of 64"},
+        WrongUse{"LetsTheToolkitReadATextWithoutAnEnd", ", 16 bytes into a block of 16"},
+        WrongUse{"LetsTheToolkitWriteBehindABuffer", ", 16 bytes into a block of 16"},
+        WrongUse{"WritesBetweenTheBlockAndItsPage", "written behind the end: block of 61 bytes"},
+        WrongUse{"FreesTwice", "freed twice"},
+        WrongUse{"UsesFreedBlocks", "into a freed block of 4"}),
     [](const auto& test) { return test.param.test; });
 
 } // namespace

@@ -11,9 +11,9 @@ using namespace fuzz;
 template <class T>
 bool CanRead(const T* address)
 {
-    T value{};
-    SIZE_T read = 0;
-    return ::ReadProcessMemory(::GetCurrentProcess(), address, &value, sizeof value, &read) != 0;
+    MEMORY_BASIC_INFORMATION memory{};
+    ::VirtualQuery(address, &memory, sizeof memory);
+    return memory.State == MEM_COMMIT && memory.Protect == PAGE_READWRITE;
 }
 
 TEST(GuardedRegionTest, NothingCanBeReadBehindACopyOfAnyLength)
