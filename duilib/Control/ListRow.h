@@ -105,6 +105,13 @@ public:
         row.m_uPlaced = 0;
     }
 
+    static int IndexOf(const Row& row)
+    {
+        if (row.m_pBody != nullptr)
+            row.m_pBody->NumberRows();
+        return row.m_iIndex;
+    }
+
     static void EnsurePlaced(const Row& row)
     {
         if (row.m_pBody != nullptr && row.m_uPlaced != row.m_pBody->GetPlacing())
@@ -122,6 +129,9 @@ public:
     static void Invalidate(Row& row)
     {
         if (row.m_pManager == nullptr || !row.IsVisible())
+            return;
+        // A row that has not been placed since the latest scrolling is out of sight.
+        if (row.m_pBody != nullptr && row.m_uPlaced != row.m_pBody->GetPlacing())
             return;
         RECT rect = row.GetPos();
         if (row.m_pParent != nullptr) {
@@ -280,7 +290,7 @@ private:
     // Every second row only, when the background alternates.
     static bool HasListBk(const Row& row, const TListInfoUI& info)
     {
-        return !info.bAlternateBk || row.m_iIndex % 2 == 0;
+        return !info.bAlternateBk || IndexOf(row) % 2 == 0;
     }
 
     static DWORD BkColor(const Row& row, const TListInfoUI& info)
@@ -363,23 +373,23 @@ private:
         else
             row.m_uButtonState &= ~static_cast<UINT>(UISTATE_SELECTED);
         row.Invalidate();
-        if (row.m_pOwner == nullptr || row.m_iIndex < 0)
+        if (row.m_pOwner == nullptr || IndexOf(row) < 0)
             return true;
 
         const RowWitness witness(&row);
         if (!select)
-            row.m_pOwner->UnSelectItem(row.m_iIndex);
+            row.m_pOwner->UnSelectItem(IndexOf(row));
         else if (multi)
-            row.m_pOwner->SelectMultiItem(row.m_iIndex);
+            row.m_pOwner->SelectMultiItem(IndexOf(row));
         else
-            row.m_pOwner->SelectItem(row.m_iIndex);
+            row.m_pOwner->SelectItem(IndexOf(row));
         return !witness.RowLives() || row.m_bSelected == select;
     }
 
     static void SelectAlone(Row& row)
     {
-        if (row.m_pOwner != nullptr && row.m_iIndex >= 0)
-            row.m_pOwner->SelectItem(row.m_iIndex);
+        if (row.m_pOwner != nullptr && IndexOf(row) >= 0)
+            row.m_pOwner->SelectItem(IndexOf(row));
         else
             row.Select();
     }
@@ -387,8 +397,8 @@ private:
     // The owner knows what the keys do to the other rows.
     static void SelectMore(Row& row)
     {
-        if (row.m_pOwner != nullptr && row.m_iIndex >= 0)
-            row.m_pOwner->SelectMultiItem(row.m_iIndex);
+        if (row.m_pOwner != nullptr && IndexOf(row) >= 0)
+            row.m_pOwner->SelectMultiItem(IndexOf(row));
         else
             row.SelectMulti();
     }

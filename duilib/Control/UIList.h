@@ -108,6 +108,8 @@ private:
     int IndexAPageAway(int index, bool forward) const;
     void ForgetHeights();
     void ForgetHeight(int index);
+    bool AreRowsNumbered() const;
+    void NumberRows() const;
 
     std::unique_ptr<Layout> m_pLayout;
 };
@@ -271,7 +273,7 @@ private:
     void RowsRemoved(int first, const CStdPtrArray& rows);
     void RowsRemoved();
     void RowsSorted(const std::vector<int>& oldIndices);
-    void NumberRows(int first);
+    void NumberRows();
     bool ReplaceHeader(CListHeaderUI* header);
     bool AddColumn(CControlUI* column, int index);
     IListItemUI* RowAt(int index) const;
@@ -290,6 +292,7 @@ private:
 
     std::unique_ptr<Selection> m_pSelection;
     bool m_bChangingRow = false; // a row is told what the list knows already
+    int m_nNumbered = 0;         // the rows before this one know their indices
 };
 
 } // namespace DuiLib

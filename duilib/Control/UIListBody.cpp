@@ -13,6 +13,7 @@ namespace DuiLib {
 namespace {
 
 constexpr int kFarthest = 1'000'000'000; // device pixels
+constexpr int kSearchesPerNumbering = 8; // through all rows
 
 int ToEdge(std::int64_t edge)
 {
@@ -40,13 +41,40 @@ struct CListBodyUI::Layout {
 
     ListRows rows;
     Key measuredFor;
-    RECT client{};                   // the area of the rows
-    RECT content{};                  // as far as it can be scrolled, moved by the scroll position
-    std::vector<CControlUI*> placed; // the rows that the latest placing put in sight
-    unsigned placing = 1;            // counts them; a row that follows an older one is out of date
+    RECT client{};                    // the area of the rows
+    RECT content{};                   // as far as it can be scrolled, moved by the scroll position
+    std::vector<CControlUI*> placed;  // the rows that the latest placing put in sight
+    std::vector<CControlUI*> leaving; // those that an earlier one did, while they are moved away
+    unsigned placing = 1;             // counts them; a row that follows an older one is out of date
     bool isPlacing = false;
-    bool rowsMoved = false; // by a caller, since the latest placing
-    int wanted = -1;        // the row to show when the rows have their places
+    bool rowsMoved = false;    // by a caller, since the latest placing
+    int wanted = -1;           // the row to show when the rows have their places
+    std::int64_t searched = 0; // rows looked at for an index, since they last learned theirs
+
+    void Inserted(int first, int count)
+    {
+        rows.Insert(first, count);
+        if (wanted >= first)
+            wanted += count;
+    }
+    void Removed(int first, int count)
+    {
+        rows.Remove(first, count);
+        if (wanted >= first)
+            wanted = wanted >= first + count ? wanted - count : -1;
+    }
+    void Sorted(const std::vector<int>& oldIndices)
+    {
+        rows.Permute(oldIndices);
+        const auto found = std::find(oldIndices.begin(), oldIndices.end(), wanted);
+        wanted = found != oldIndices.end() ? static_cast<int>(found - oldIndices.begin()) : -1;
+    }
+    template <class Gone>
+    void Forget(Gone&& gone)
+    {
+        std::erase_if(placed, gone);
+        std::erase_if(leaving, gone);
+    }
 };
 
 CListBodyUI::CListBodyUI(CListUI* owner)
@@ -92,17 +120,37 @@ void CListBodyUI::SetScrollPos(SIZE position, bool notify)
     }
 }
 
-// The index that a row knows is right unless somebody set another one.
+// The index that a row knows is right unless somebody set another one. While some do not know
+// theirs, they are searched for, until that has cost as much as telling them all.
 int CListBodyUI::GetItemIndex(CControlUI* control) const
 {
     if (control == nullptr)
         return -1;
+    if (!AreRowsNumbered()) {
+        const int index = CVerticalLayoutUI::GetItemIndex(control);
+        m_pLayout->searched += index >= 0 ? index : m_items.GetSize();
+        if (m_pLayout->searched > kSearchesPerNumbering * m_items.GetSize())
+            NumberRows();
+        return index;
+    }
     if (auto* const item = static_cast<IListItemUI*>(control->GetInterface(DUI_CTR_LISTITEM))) {
         const int index = item->GetIndex();
         if (m_items.GetAt(index) == control)
             return index;
     }
     return CVerticalLayoutUI::GetItemIndex(control);
+}
+
+bool CListBodyUI::AreRowsNumbered() const
+{
+    return m_pOwner == nullptr || m_pOwner->m_nNumbered >= m_items.GetSize();
+}
+
+void CListBodyUI::NumberRows() const
+{
+    m_pLayout->searched = 0;
+    if (!AreRowsNumbered())
+        m_pOwner->NumberRows();
 }
 
 bool CListBodyUI::Remove(CControlUI* control)
@@ -136,7 +184,7 @@ BOOL CListBodyUI::SortItems(PULVCompareFunc compare, UINT_PTR data)
                              std::pair<CControlUI*, int>(static_cast<CControlUI*>(m_items[i]), 0));
         oldIndices.push_back(place->second);
     }
-    m_pLayout->rows.Permute(oldIndices);
+    m_pLayout->Sorted(oldIndices);
     if (m_pOwner != nullptr)
         m_pOwner->RowsSorted(oldIndices);
     NeedUpdate();
@@ -150,6 +198,7 @@ void CListBodyUI::SetPos(RECT rect, bool invalidate)
     if (!watch.IsAlive())
         return;
 
+    NumberRows();
     Layout& layout = *m_pLayout;
     layout.client = GetChildArea();
     MeasureRows(layout.client);
@@ -243,7 +292,8 @@ void CListBodyUI::PlaceRowsInSight()
     ++layout.placing;
     layout.rowsMoved = false;
     const ChildWalk watch(*this);
-    const std::vector<CControlUI*> left = std::exchange(layout.placed, {});
+    layout.leaving.insert(layout.leaving.end(), layout.placed.begin(), layout.placed.end());
+    layout.placed.clear();
 
     int first;
     int last;
@@ -263,11 +313,13 @@ void CListBodyUI::PlaceRowsInSight()
         if (!watch.IsAlive())
             return;
     }
-    for (CControlUI* const row : left) {
+    while (!layout.leaving.empty()) {
+        CControlUI* const row = layout.leaving.back();
+        layout.leaving.pop_back();
         const auto& now = layout.placed;
         if (std::find(now.begin(), now.end(), row) != now.end())
             continue;
-        const int index = GetItemIndex(row); // a handler may have removed it meanwhile
+        const int index = GetItemIndex(row);
         if (index >= 0 && layout.rows.IsStacked() && layout.rows.IsShown(index))
             PlaceRow(*row, index);
         if (!watch.IsAlive())
@@ -377,7 +429,7 @@ void CListBodyUI::ChildInserted(int index)
 
 void CListBodyUI::RangeInserted(int first, int count)
 {
-    m_pLayout->rows.Insert(first, count);
+    m_pLayout->Inserted(first, count);
     if (m_pOwner != nullptr)
         m_pOwner->RowsInserted(first, count);
 }
@@ -391,10 +443,9 @@ void CListBodyUI::ChildRemoved(int index, CControlUI* child)
 
 void CListBodyUI::RangeRemoved(int first, const CStdPtrArray& children)
 {
-    Layout& layout = *m_pLayout;
-    layout.rows.Remove(first, children.GetSize());
+    m_pLayout->Removed(first, children.GetSize());
     // Those in sight are few.
-    std::erase_if(layout.placed, [&](CControlUI* row) { return children.Find(row) >= 0; });
+    m_pLayout->Forget([&](CControlUI* row) { return children.Find(row) >= 0; });
     if (m_pOwner != nullptr)
         m_pOwner->RowsRemoved(first, children);
 }
@@ -402,7 +453,7 @@ void CListBodyUI::RangeRemoved(int first, const CStdPtrArray& children)
 void CListBodyUI::ChildrenRemoved()
 {
     m_pLayout->rows.Clear();
-    m_pLayout->placed.clear();
+    m_pLayout->Forget([](CControlUI*) { return true; });
     m_pLayout->wanted = -1;
     if (m_pOwner != nullptr)
         m_pOwner->RowsRemoved();

@@ -34,7 +34,7 @@ CListContainerElementUI::~CListContainerElementUI()
 
 int CListContainerElementUI::GetIndex() const
 {
-    return m_iIndex;
+    return Shared::IndexOf(*this);
 }
 
 void CListContainerElementUI::SetIndex(int index)

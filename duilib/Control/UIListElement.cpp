@@ -44,7 +44,7 @@ CListElementUI::~CListElementUI()
 
 int CListElementUI::GetIndex() const
 {
-    return m_iIndex;
+    return Shared::IndexOf(*this);
 }
 
 void CListElementUI::SetIndex(int index)

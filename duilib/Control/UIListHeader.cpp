@@ -83,6 +83,12 @@ SIZE CListHeaderUI::EstimateSize(SIZE available)
     return size;
 }
 
+int CListHeaderUI::GetMaxHeight() const
+{
+    const int highest = CHorizontalLayoutUI::GetMaxHeight();
+    return m_items.IsEmpty() ? std::min(highest, GetFixedHeight()) : highest;
+}
+
 void CListHeaderUI::SetPos(RECT rect, bool invalidate)
 {
     const ChildWalk watch(*this);

@@ -11,7 +11,7 @@ class CListHeaderItemUI;
 class CListUI;
 
 // The header of a list: its children are the columns. It follows the horizontal scrolling of the
-// rows. XML class "ListHeader".
+// rows. Without columns it takes no room, unless it is given a height. XML class "ListHeader".
 class UILIB_API CListHeaderUI : public CHorizontalLayoutUI {
 public:
     static CControlUI* CreateControl();
@@ -27,6 +27,7 @@ public:
     LPCTSTR GetClass() const override;
     LPVOID GetInterface(LPCTSTR name) override;
     SIZE EstimateSize(SIZE available) override;
+    int GetMaxHeight() const override;
     void SetPos(RECT rect, bool invalidate = true) override;
     void SetAttribute(LPCTSTR name, LPCTSTR value) override;
     void DoPostPaint(HDC dc, const RECT& paint) override; // the bar of a dragged separator

@@ -341,8 +341,10 @@ bool CListUI::SelectByKey(const TEventUI& event)
 
 // What the list is told of its rows
 
-void CListUI::NumberRows(int first)
+// Where many rows come and go in the middle, those behind learn their indices when they are asked.
+void CListUI::NumberRows()
 {
+    const int first = std::exchange(m_nNumbered, m_pList->GetCount());
     for (int i = first; i < m_pList->GetCount(); ++i) {
         if (IListItemUI* const row = RowAt(i))
             row->SetIndex(i);
@@ -357,10 +359,15 @@ void CListUI::RowsInserted(int first, int count)
             *marked += count;
     }
     for (int i = first; i < first + count; ++i) {
-        if (IListItemUI* const row = RowAt(i))
+        if (IListItemUI* const row = RowAt(i)) {
             row->SetOwner(this);
+            row->SetIndex(i);
+        }
     }
-    NumberRows(first);
+    if (m_nNumbered >= first)
+        m_nNumbered = first + count;
+    if (HasOrderOfItsOwn())
+        NumberRows();
 
     int selected = -1;
     for (int i = first; i < first + count; ++i) {
@@ -396,7 +403,9 @@ void CListUI::RowsRemoved(int first, const CStdPtrArray& rows)
             item->SetIndex(-1);
         }
     }
-    NumberRows(first);
+    m_nNumbered = std::min(m_nNumbered, first);
+    if (HasOrderOfItsOwn())
+        NumberRows();
     if (m_pSelection->Count() != selected)
         QueueSelected(-1);
 }
@@ -405,6 +414,7 @@ void CListUI::RowsRemoved()
 {
     const bool hadSelection = m_pSelection->Count() > 0;
     m_pSelection->Clear();
+    m_nNumbered = 0;
     m_iCurSel = m_iFirstSel = m_iCurSelActivate = m_iExpandedItem = -1;
     if (hadSelection)
         QueueSelected(-1);
@@ -413,7 +423,8 @@ void CListUI::RowsRemoved()
 void CListUI::RowsSorted(const std::vector<int>& oldIndices)
 {
     m_pSelection->Permute(oldIndices);
-    NumberRows(0);
+    m_nNumbered = 0;
+    NumberRows();
     for (int* const marked : {&m_iCurSel, &m_iFirstSel, &m_iCurSelActivate, &m_iExpandedItem}) {
         const auto found = std::find(oldIndices.begin(), oldIndices.end(), *marked);
         if (*marked >= 0 && found != oldIndices.end())

@@ -159,7 +159,7 @@ void CListTextElementUI::SetOwner(CControlUI* owner)
 LPCTSTR CListTextElementUI::CellText(int column, CDuiString& translated) const
 {
     if (IListCallbackUI* const callback = m_pList != nullptr ? m_pList->GetTextCallback() : nullptr)
-        return callback->GetItemText(m_pListControl, m_iIndex, column);
+        return callback->GetItemText(m_pListControl, GetIndex(), column);
     if (column != 0 || !IsResourceText())
         return GetText(column);
     translated = GetText();
@@ -171,7 +171,7 @@ DWORD CListTextElementUI::CellColor(int column, const TListInfoUI& info)
 {
     if (IListCallbackUI* const callback =
             m_pList != nullptr ? m_pList->GetTextCallback() : nullptr) {
-        const DWORD color = callback->GetItemTextColor(m_pListControl, m_iIndex, column,
+        const DWORD color = callback->GetItemTextColor(m_pListControl, GetIndex(), column,
                                                        Shared::StateNumber(*this));
         if (color != 0)
             return color;

@@ -643,6 +643,27 @@ TEST_P(ListWithHeaderTest, TheColumnsOfTheRowsFollowADraggedSeparator)
     EXPECT_EQ(host.Paint().Count(kBlue, {edge - 1, Scaled(20), edge, Scaled(40)}), Scaled(20));
 }
 
+TEST(ListWithoutColumnsTest, TheRowsHaveTheRoomOfTheHeaderUnlessItHasAHeight)
+{
+    ControlHost host{200, 160};
+    CListUI& list = host.Add<CListUI>();
+    auto* const row = new CListLabelElementUI;
+    row->SetFixedHeight(20);
+    list.Add(row);
+    host.Layout();
+    EXPECT_EQ(row->GetPos().top, 0);
+    EXPECT_EQ(list.GetList()->GetHeight(), 160);
+    list.GetHeader()->SetFixedHeight(30);
+    host.Layout();
+    EXPECT_EQ(row->GetPos().top, 30);
+    list.GetHeader()->SetFixedHeight(0);
+    auto* const column = new CListHeaderItemUI;
+    column->SetFixedHeight(24);
+    list.Add(column);
+    host.Layout();
+    EXPECT_EQ(row->GetPos().top, 24);
+}
+
 TEST_P(ListWithHeaderTest, TheColumnsFollowWhatTheProgramDoes)
 {
     Column(L"a").SetFixedWidth(50);
