@@ -342,7 +342,8 @@ LPVOID CMenuElementUI::GetInterface(LPCTSTR name)
 
 bool CMenuElementUI::Activate()
 {
-    if (!CHorizontalLayoutUI::Activate() || OwnerWindow() == nullptr)
+    // One that was taken out of its menu may be about to die.
+    if (!CHorizontalLayoutUI::Activate() || m_pParent == nullptr || OwnerWindow() == nullptr)
         return false;
     if (HasSubMenu())
         CreateMenuWnd();

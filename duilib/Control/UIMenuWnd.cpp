@@ -571,10 +571,13 @@ void CMenuWnd::OpenSelected()
     const int current = m_pLayout->GetCurSel();
     if (!IsChoosable(current))
         return;
-    CMenuElementUI* const element = ElementAt(current);
-    const bool opens = element->HasSubMenu();
-    element->Activate();
-    if (opens && element->m_pWindow != nullptr)
+    const bool opens = ElementAt(current)->HasSubMenu();
+    const auto alive = m_pAlive;
+    ElementAt(current)->Activate();
+    if (!opens || !*alive)
+        return;
+    const CMenuElementUI* const element = ElementAt(current);
+    if (element != nullptr && element->m_pWindow != nullptr)
         element->m_pWindow->SelectFrom(0, true);
 }
 
@@ -601,8 +604,9 @@ bool CMenuWnd::PressCharacter(wchar_t character)
     }
     if (found < 0)
         return false;
+    const auto alive = m_pAlive;
     m_pLayout->SelectItem(found);
-    if (matches == 1)
+    if (matches == 1 && *alive)
         OpenSelected();
     return true;
 }

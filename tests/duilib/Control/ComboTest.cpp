@@ -965,6 +965,83 @@ TEST_F(ComboTest, TheWindowMayCloseWhileTheListIsOpen)
     EXPECT_EQ(DropWindow(), nullptr);
 }
 
+// What the handler of a changed selection does, by whatever way the selection changes.
+TEST_F(ComboTest, HandlersOfASelectionMayDoAnything)
+{
+    const struct {
+        const char* name;
+        bool opens;
+        std::function<void(ControlHost&, CComboUI&)> select;
+    } ways[] = {
+        {"program", false, [](ControlHost&, CComboUI& combo) { combo.SelectItem(1, true); }},
+        {"key", false, [](ControlHost& in, CComboUI&) { in.Key(VK_DOWN); }},
+        {"character", false, [](ControlHost& in, CComboUI&) { in.Char(L'b'); }},
+        {"wheel", false, [](ControlHost& in, CComboUI&) { in.Wheel(10, 10, -WHEEL_DELTA); }},
+        {"removal", false, [](ControlHost&, CComboUI& combo) { combo.RemoveAt(0); }},
+        {"removal of all", false, [](ControlHost&, CComboUI& combo) { combo.RemoveAll(); }},
+        {"click in the list", true,
+         [](ControlHost&, CComboUI& combo) { ClickInside(DropWindow(), Item(combo, 1)); }},
+        {"key in the list", true, [](ControlHost&, CComboUI&) { Key(DropWindow(), VK_DOWN); }},
+        {"character in the list", true,
+         [](ControlHost&, CComboUI&) { ::SendMessageW(DropWindow(), WM_CHAR, L'b', 1); }},
+        {"release in the list", true,
+         [](ControlHost&, CComboUI& combo) {
+             const RECT& place = Item(combo, 1).GetPos();
+             ::SendMessageW(DropWindow(), WM_LBUTTONUP, 0,
+                            MAKELPARAM(place.left + 5, place.top + 3));
+         }},
+    };
+    const struct {
+        const char* name;
+        std::function<void(ControlHost&, CComboUI&)> act;
+    } deeds[] = {
+        {"removes the combo",
+         [](ControlHost& in, CComboUI& combo) {
+             static_cast<CContainerUI*>(in.Root())->Remove(&combo);
+         }},
+        {"deletes the combo at once",
+         [](ControlHost& in, CComboUI& combo) {
+             test::DeleteAtOnce(in.Root());
+             static_cast<CContainerUI*>(in.Root())->Remove(&combo);
+         }},
+        {"deletes the items at once",
+         [](ControlHost&, CComboUI& combo) {
+             combo.SetDelayedDestroy(false);
+             combo.RemoveAll();
+         }},
+        {"sorts", [](ControlHost&, CComboUI& combo) { combo.SortItems(); }},
+        {"hides the combo", [](ControlHost&, CComboUI& combo) { combo.SetVisible(false); }},
+        {"opens the list", [](ControlHost&, CComboUI& combo) { combo.Activate(); }},
+        {"closes the list",
+         [](ControlHost&, CComboUI&) {
+             if (DropWindow())
+                 ::SendMessageW(DropWindow(), WM_CLOSE, 0, 0);
+         }},
+        {"destroys the window", [](ControlHost& in, CComboUI&) { ::DestroyWindow(in.Window()); }},
+    };
+    for (const auto& way : ways) {
+        for (const auto& deed : deeds) {
+            SCOPED_TRACE(std::string(way.name) + ", " + deed.name);
+            ControlHost other{200, 60};
+            CComboUI& combo = Make(3, &other);
+            combo.SelectItem(0);
+            combo.SetFocus();
+            if (way.opens)
+                combo.Activate();
+            bool done = false;
+            const Handler handler(other.Manager(), L"itemselect", [&](TNotifyUI&) {
+                if (!std::exchange(done, true))
+                    deed.act(other, combo);
+            });
+            way.select(other, combo);
+            host.Pump();
+            EXPECT_TRUE(done);
+        }
+        host.Pump();
+        EXPECT_EQ(DropWindow(), nullptr);
+    }
+}
+
 TEST_F(ComboTest, ItemsOfTheClosedComboAreOutOfReach)
 {
     auto& combo = Make(0);

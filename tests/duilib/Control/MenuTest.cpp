@@ -735,6 +735,83 @@ TEST_F(MenuTest, ElementsMayGoWhileTheirSubMenuIsOpen)
     EXPECT_EQ(menu->m_pm.FindControl(L"recent"), nullptr);
 }
 
+// What a handler inside a menu does, at the moment of the choice and of a selection by key.
+TEST_F(MenuTest, HandlersInAMenuMayDoAnything)
+{
+    class Handler : public INotifyUI {
+    public:
+        Handler(std::wstring type, std::function<void()> act)
+            : m_type(std::move(type)), m_act(std::move(act))
+        {
+        }
+        void Notify(TNotifyUI& notification) override
+        {
+            if (m_type != notification.sType.GetData() || std::exchange(m_done, true))
+                return;
+            m_act();
+        }
+        bool Done() const { return m_done; }
+
+    private:
+        std::wstring m_type;
+        std::function<void()> m_act;
+        bool m_done = false;
+    };
+    const struct {
+        const char* name;
+        const wchar_t* type;
+        std::function<void(CMenuWnd*)> act;
+    } ways[] = {
+        {"click on an element", L"itemclick", [](CMenuWnd* menu) { ClickOn(Find(menu, L"open")); }},
+        {"click on a sub-menu", L"itemclick",
+         [](CMenuWnd* menu) { ClickOn(Find(menu, L"recent")); }},
+        {"arrow", L"itemselect", [](CMenuWnd*) { Press(VK_DOWN); }},
+        {"mnemonic", L"itemselect", [](CMenuWnd*) { Type(L'r'); }},
+        {"mouse", L"itemselect", [](CMenuWnd* menu) { PointAt(Find(menu, L"open")); }},
+    };
+    const struct {
+        const char* name;
+        std::function<void(ControlHost&, CMenuWnd*)> act;
+    } deeds[] = {
+        {"closes the menu", [](ControlHost&, CMenuWnd* menu) { menu->Close(); }},
+        {"destroys the menu",
+         [](ControlHost&, CMenuWnd* menu) { ::DestroyWindow(menu->GetHWND()); }},
+        {"deletes the menu", [](ControlHost&, CMenuWnd* menu) { delete menu; }},
+        {"destroys the main window",
+         [](ControlHost& in, CMenuWnd*) { ::DestroyWindow(in.Window()); }},
+        {"removes the elements",
+         [](ControlHost&, CMenuWnd* menu) { menu->GetMenuUI()->RemoveAll(); }},
+        {"deletes the elements at once",
+         [](ControlHost&, CMenuWnd* menu) {
+             menu->GetMenuUI()->SetDelayedDestroy(false);
+             menu->GetMenuUI()->RemoveAll();
+         }},
+        {"opens a sub-menu",
+         [](ControlHost&, CMenuWnd* menu) { Find(menu, L"recent").CreateMenuWnd(); }},
+        {"opens another menu",
+         [](ControlHost& in, CMenuWnd*) {
+             CMenuWnd::CreateMenu(nullptr, kSkin, {300, 10}, &in.Manager());
+         }},
+    };
+    for (const auto& way : ways) {
+        for (const auto& deed : deeds) {
+            SCOPED_TRACE(std::string(way.name) + ", " + deed.name);
+            ControlHost other{200, 100};
+            MenuCommands received(other.Manager());
+            CMenuWnd* const menu = CMenuWnd::CreateMenu(nullptr, kSkin, {10, 10}, &other.Manager());
+            ::UpdateWindow(menu->GetHWND());
+            Handler handler(way.type, [&] { deed.act(other, menu); });
+            menu->m_pm.AddNotifier(&handler);
+            way.act(menu);
+            EXPECT_TRUE(handler.Done());
+            for (CMenuWnd* const open : OpenMenus())
+                open->Close();
+            host.Pump();
+            EXPECT_TRUE(OpenMenus().empty());
+        }
+    }
+}
+
 TEST_F(MenuTest, GrowsWithItsElements)
 {
     CMenuWnd* const menu = Open();
