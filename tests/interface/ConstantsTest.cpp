@@ -217,8 +217,21 @@ TEST(InterfaceTest, TheFactoryMakesEachControlByName)
         {L"Button", L"ButtonUI"},
         {L"Option", L"OptionUI"},
         {L"CheckBox", L"CheckBoxUI"},
+        {L"Edit", L"EditUI"},
         {L"Progress", L"ProgressUI"},
+        {L"Slider", L"SliderUI"},
         {L"ScrollBar", L"ScrollBarUI"},
+        {L"Combo", L"ComboUI"},
+        {L"List", L"ListUI"},
+        {L"ListHeader", L"ListHeaderUI"},
+        {L"ListHeaderItem", L"ListHeaderItemUI"},
+        {L"ListLabelElement", L"ListLabelElementUI"},
+        {L"ListTextElement", L"ListTextElementUI"},
+        {L"ListContainerElement", L"ListContainerElementUI"},
+        {L"TreeView", L"TreeViewUI"},
+        {L"TreeNode", L"TreeNodeUI"},
+        {L"Menu", L"MenuUI"},
+        {L"MenuElement", L"MenuElementUI"},
     };
     for (const auto& [xmlName, className] : kControls) {
         SCOPED_TRACE(testing::Message() << "control " << xmlName);
@@ -234,9 +247,12 @@ template <class Control>
 class MadeDirectlyTest : public testing::Test {
 };
 
-using Controls = testing::Types<CControlUI, CContainerUI, CVerticalLayoutUI, CHorizontalLayoutUI,
-                                CTabLayoutUI, CTileLayoutUI, CChildLayoutUI, CLabelUI, CTextUI,
-                                CButtonUI, COptionUI, CCheckBoxUI, CProgressUI, CScrollBarUI>;
+using Controls =
+    testing::Types<CControlUI, CContainerUI, CVerticalLayoutUI, CHorizontalLayoutUI, CTabLayoutUI,
+                   CTileLayoutUI, CChildLayoutUI, CLabelUI, CTextUI, CButtonUI, COptionUI,
+                   CCheckBoxUI, CEditUI, CProgressUI, CSliderUI, CScrollBarUI, CComboUI, CListUI,
+                   CListHeaderUI, CListHeaderItemUI, CListLabelElementUI, CListTextElementUI,
+                   CListContainerElementUI, CTreeViewUI, CTreeNodeUI, CMenuUI, CMenuElementUI>;
 TYPED_TEST_SUITE(MadeDirectlyTest, Controls);
 
 TYPED_TEST(MadeDirectlyTest, AnApplicationMakesAndDeletesIt)

@@ -323,6 +323,9 @@ struct CContainerUIProtected : CContainerUI {
         return {
             OPERATION(CContainerUI, CContainerUIProtected, SetFloatPos, void(int)),
             OPERATION(CContainerUI, CContainerUIProtected, ProcessScrollBar, void(RECT, int, int)),
+            OPERATION(CContainerUI, CContainerUIProtected, InsertChildren,
+                      void(const CStdPtrArray&, int)),
+            OPERATION(CContainerUI, CContainerUIProtected, RemoveChildren, void(int, int)),
             MEMBER(CContainerUI, CContainerUIProtected, m_items, CStdPtrArray),
             MEMBER(CContainerUI, CContainerUIProtected, m_rcInset, RECT),
             MEMBER(CContainerUI, CContainerUIProtected, m_iChildPadding, int),

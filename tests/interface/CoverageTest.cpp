@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <set>
+#include <sstream>
 
 using namespace interface_test;
 
@@ -23,6 +27,51 @@ TEST(InterfaceTest, EveryDeclarationHasAnAddress)
     for (const auto& declaration : all)
         EXPECT_TRUE(declaration.hasAddress)
             << declaration.scope << "::" << declaration.name << ": " << declaration.signature;
+}
+
+// Open to derived classes of the toolkit itself only.
+const std::set<std::string> kInternal = {
+    "CContainerUI::Detach",
+    "CContainerUI::GetChildArea",
+    "CContainerUI::GetContentArea",
+    "CControlUI::ClampLength",
+    "CControlUI::ScaleLength",
+    "CDelegateBase::HasSameFunction",
+    "CNotifyPump::_GetBaseMessageMap",
+    "CNotifyPump::_GetThisMessageMap",
+};
+
+bool IsPublicHeader(const std::filesystem::path& path)
+{
+    const std::string folder = path.parent_path().filename().string();
+    const std::string name = path.filename().string();
+    return path.extension() == ".h" &&
+           (name.rfind("UI", 0) == 0 || folder == "Utils" || name == "ControlFactory.h");
+}
+
+TEST(InterfaceTest, EveryOperationOfThePublicHeadersIsUsed)
+{
+    std::set<std::string> used;
+    for (const auto& declaration : AllDeclarations())
+        used.insert(declaration.scope + "::" + declaration.name);
+
+    const std::filesystem::path toolkit = QUILLET_SOURCES L"/duilib";
+    int seen = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(toolkit)) {
+        if (!IsPublicHeader(entry.path()))
+            continue;
+        std::stringstream text;
+        text << std::ifstream(entry.path()).rdbuf();
+        for (const auto& operation : OperationsIn(text.str())) {
+            ++seen;
+            const bool isRecord = operation.scope.rfind("tag", 0) == 0;
+            const std::string name =
+                operation.scope.substr(isRecord ? 3 : 0) + "::" + operation.name;
+            EXPECT_TRUE(used.count(name) || kInternal.count(name))
+                << name << " of " << entry.path().filename();
+        }
+    }
+    EXPECT_GT(seen, 700);
 }
 
 TEST(InterfaceTest, AHeaderIsScannedForItsOperations)

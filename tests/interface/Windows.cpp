@@ -236,6 +236,7 @@ std::vector<Declaration> CPaintManagerUIOperations()
         OPERATION(CPaintManagerUI, CPaintManagerUI, SetLayeredOpacity, void(BYTE)),
         OPERATION(CPaintManagerUI, CPaintManagerUI, GetLayeredImage, LPCTSTR()),
         OPERATION(CPaintManagerUI, CPaintManagerUI, SetLayeredImage, void(LPCTSTR)),
+        OPERATION(CPaintManagerUI, CPaintManagerUI, GetShadow, CShadowUI * ()),
         OPERATION(CPaintManagerUI, CPaintManagerUI, SetUseGdiplusText, void(bool)),
         OPERATION(CPaintManagerUI, CPaintManagerUI, IsUseGdiplusText, bool() const),
         OPERATION(CPaintManagerUI, CPaintManagerUI, SetGdiplusTextRenderingHint, void(int)),
@@ -337,6 +338,9 @@ std::vector<Declaration> CPaintManagerUIOperations()
         OPERATION(CPaintManagerUI, CPaintManagerUI, RemoveStyle, BOOL(LPCTSTR, bool)),
         OPERATION(CPaintManagerUI, CPaintManagerUI, GetStyles, const CStdStringPtrMap&(bool) const),
         OPERATION(CPaintManagerUI, CPaintManagerUI, RemoveAllStyle, void(bool)),
+        OPERATION(CPaintManagerUI, CPaintManagerUI, EnableDragDrop, bool(bool)),
+        OPERATION(CPaintManagerUI, CPaintManagerUI, SetDragDrop, void(IDragDropUI*)),
+        OPERATION(CPaintManagerUI, CPaintManagerUI, OnDrop, bool(FORMATETC*, STGMEDIUM&, DWORD*)),
         OPERATION(CPaintManagerUI, CPaintManagerUI, IsValid, bool()),
         OPERATION(CPaintManagerUI, CPaintManagerUI, AttachDialog, bool(CControlUI*)),
         OPERATION(CPaintManagerUI, CPaintManagerUI, InitControls, bool(CControlUI*, CControlUI*)),
@@ -410,6 +414,26 @@ std::vector<Declaration> CPaintManagerUIOperations()
         FUNCTION(CPaintManagerUI, CPaintManagerUI, SetLastErrorText, void(LPCTSTR)),
     };
 }
+
+// Compiles because each is virtual with this signature; never made.
+struct CPaintManagerUIOverrides : CPaintManagerUI {
+    bool OnDrop(FORMATETC*, STGMEDIUM&, DWORD*) override;
+};
+
+std::vector<Declaration> CIDropTargetOperations()
+{
+    return {
+        OPERATION(CIDropTarget, CIDropTarget, SetTargetWnd, void(HWND)),
+        OPERATION(CIDropTarget, CIDropTarget, AddSuportedFormat, void(FORMATETC&)),
+        OPERATION(CIDropTarget, CIDropTarget, OnDrop, bool(FORMATETC*, STGMEDIUM&, DWORD*)),
+        OPERATION(CIDropTarget, CIDropTarget, QueryDrop, bool(DWORD, LPDWORD)),
+    };
+}
+
+// Compiles because each is virtual with this signature; never made.
+struct CIDropTargetOverrides : CIDropTarget {
+    bool OnDrop(FORMATETC*, STGMEDIUM&, DWORD*) override;
+};
 
 // What may be left out of a call.
 static_assert(requires(CWindowWnd & it, HWND a0, LPCTSTR a1, DWORD a2, DWORD a3, const RECT a4) {
@@ -526,7 +550,8 @@ std::vector<Declaration> Windows()
 {
     return Join({CNotifyPumpProtected::List(), CNotifyPumpOperations(), CWindowWndProtected::List(),
                  CWindowWndOperations(), WindowImplBaseProtected::List(),
-                 WindowImplBaseOperations(), CPaintManagerUIOperations()});
+                 WindowImplBaseOperations(), CPaintManagerUIOperations(),
+                 CIDropTargetOperations()});
 }
 
 } // namespace interface_test
