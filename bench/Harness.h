@@ -52,5 +52,6 @@ void RunPaintBench(Report& report);
 void RunResizeBench(Report& report);
 void RunSkinBench(Report& report);
 void RunToggleSwitchBench(Report& report);
+void RunTreeBench(Report& report);
 
 } // namespace bench

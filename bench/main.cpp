@@ -16,6 +16,7 @@ int main(int argc, char** argv)
     bench::RunResizeBench(report);
     bench::RunFindBench(report);
     bench::RunListBench(report);
+    bench::RunTreeBench(report);
     bench::RunDialogBench(report);
     bench::RunMemoryBench(report);
     bench::RunMenuBench(report);

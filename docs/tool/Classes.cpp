@@ -60,6 +60,8 @@ const KnownClass kKnownClasses[] = {
     Known<CTextUI>("CTextUI"),
     Known<CTileLayoutUI>("CTileLayoutUI"),
     Known<CToggleSwitchUI>("CToggleSwitchUI"),
+    Known<CTreeNodeUI>("CTreeNodeUI"),
+    Known<CTreeViewUI>("CTreeViewUI"),
     Known<CVerticalLayoutUI>("CVerticalLayoutUI"),
 };
 

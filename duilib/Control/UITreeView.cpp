@@ -15,6 +15,12 @@ using Quillet::AttributeKind;
 using Quillet::MakeAttributeTable;
 using Quillet::NameMatch;
 
+bool IsHeaderPart(CControlUI& control)
+{
+    return control.GetInterface(DUI_CTR_LISTHEADER) != nullptr ||
+           control.GetInterface(DUI_CTR_LISTHEADERITEM) != nullptr;
+}
+
 } // namespace
 
 CControlUI* CTreeViewUI::CreateControl()
@@ -22,7 +28,11 @@ CControlUI* CTreeViewUI::CreateControl()
     return new CTreeViewUI;
 }
 
-CTreeViewUI::CTreeViewUI() = default;
+// Without columns there is no header to see.
+CTreeViewUI::CTreeViewUI()
+{
+    m_pHeader->SetVisible(false);
+}
 
 CTreeViewUI::~CTreeViewUI()
 {
@@ -179,15 +189,19 @@ void CTreeViewUI::ForgetNodes(int first, int count)
         m_aTopNodes.Empty();
 }
 
+bool CTreeViewUI::ShowHeader()
+{
+    m_pHeader->SetVisible(true);
+    return true;
+}
+
 bool CTreeViewUI::Add(CControlUI* control)
 {
     if (control == nullptr)
         return false;
     if (auto* const node = static_cast<CTreeNodeUI*>(control->GetInterface(DUI_CTR_TREENODE)))
         return Add(node);
-    const bool isHeader = control->GetInterface(DUI_CTR_LISTHEADER) != nullptr ||
-                          control->GetInterface(DUI_CTR_LISTHEADERITEM) != nullptr;
-    return isHeader && CListUI::Add(control);
+    return IsHeaderPart(*control) && CListUI::Add(control) && ShowHeader();
 }
 
 bool CTreeViewUI::AddAt(CControlUI* control, int index)
@@ -196,9 +210,7 @@ bool CTreeViewUI::AddAt(CControlUI* control, int index)
         return false;
     if (auto* const node = static_cast<CTreeNodeUI*>(control->GetInterface(DUI_CTR_TREENODE)))
         return AddAt(node, index) >= 0;
-    const bool isHeader = control->GetInterface(DUI_CTR_LISTHEADER) != nullptr ||
-                          control->GetInterface(DUI_CTR_LISTHEADERITEM) != nullptr;
-    return isHeader && CListUI::AddAt(control, index);
+    return IsHeaderPart(*control) && CListUI::AddAt(control, index) && ShowHeader();
 }
 
 bool CTreeViewUI::Remove(CControlUI* control)

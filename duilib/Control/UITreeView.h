@@ -247,6 +247,7 @@ private:
     CTreeNodeUI* NodeAt(int index) const;
     CTreeNodeUI* NodeOf(CControlUI* part) const;
     bool Insert(CTreeNodeUI* node, CTreeNodeUI* parent, int index);
+    bool ShowHeader();
     void RemoveRows(int first, int count);
     void ForgetNodes(int first, int count);
     void ShowRows(int first, int last);

@@ -14,6 +14,7 @@ std::span<const PageEntry> Pages()
         {L"toolkit-layouts", MakeToolkitLayoutsPage},
         {L"toolkit-list", MakeToolkitListPage},
         {L"toolkit-menus", MakeToolkitMenusPage},
+        {L"toolkit-tree", MakeToolkitTreePage},
         {L"toolkit-windows", MakeToolkitWindowsPage},
     };
     return kPages;

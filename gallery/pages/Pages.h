@@ -14,6 +14,7 @@ std::unique_ptr<Page> MakeToolkitInputsPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitLayoutsPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitListPage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitMenusPage(GalleryWindow& window);
+std::unique_ptr<Page> MakeToolkitTreePage(GalleryWindow& window);
 std::unique_ptr<Page> MakeToolkitWindowsPage(GalleryWindow& window);
 
 } // namespace gallery
