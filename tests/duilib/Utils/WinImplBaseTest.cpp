@@ -1,6 +1,7 @@
 #include <UIlib.h>
 
 #include "support/ImportHook.h"
+#include "support/ObjectCounters.h"
 
 #include <gtest/gtest.h>
 
@@ -30,6 +31,8 @@ constexpr wchar_t kSkin[] =
 
 class SkinWindow : public WindowImplBase {
 public:
+    static constexpr UINT kIdle = WM_APP + 20;
+
     explicit SkinWindow(LPCTSTR skin = kSkin) : m_skin(skin) {}
     ~SkinWindow() override
     {
@@ -79,6 +82,8 @@ public:
     LRESULT HandleCustomMessage(UINT message, WPARAM wParam, LPARAM lParam, BOOL& handled) override
     {
         custom.push_back(message);
+        if (message == kIdle && onIdle)
+            onIdle();
         if (message == WM_APP + 9) {
             handled = TRUE;
             return 99;
@@ -125,6 +130,7 @@ public:
     std::vector<WPARAM> commands;
     std::vector<UINT> custom;
     std::function<LRESULT(BOOL& handled)> onKeyDown;
+    std::function<void()> onIdle; // at a posted kIdle
     int closes = 0;
     int clicks = 0;
     bool deleteItself = false;
@@ -164,6 +170,41 @@ DWORD WINAPI OpenWindowWithoutSkin(void*)
     window->managerName = nullptr;
     window->Open();
     return 0;
+}
+
+TEST(ModalWindowTest, OpeningAndClosingNestedOnes200TimesLeavesNoObject)
+{
+    SkinWindow owner;
+    ASSERT_NE(owner.Open(), nullptr);
+    owner.ShowWindow();
+
+    // Opens a window that deletes itself over another one, presses its close button and counts.
+    int closed = 0;
+    const std::function<void(HWND, int)> open = [&](HWND over, int levels) {
+        auto* const dialog = new SkinWindow;
+        dialog->deleteItself = true;
+        dialog->Create(over, L"modal", WS_POPUP, 0, 60, 60, 300, 200);
+        dialog->onIdle = [&, dialog, levels] {
+            ::UpdateWindow(dialog->GetHWND());
+            if (levels > 1)
+                open(dialog->GetHWND(), levels - 1);
+            dialog->NotifyClick(L"closebtn");
+        };
+        dialog->PostMessage(SkinWindow::kIdle);
+        dialog->ShowModal();
+        ++closed;
+    };
+    open(owner.GetHWND(), 2);
+    const int windows = test::UserWindows();
+    const int gdi = test::GdiObjects();
+    const int managers = CPaintManagerUI::GetPaintManagers()->GetSize();
+    for (int i = 0; i < 200; ++i)
+        open(owner.GetHWND(), 2);
+    EXPECT_EQ(closed, 402);
+    EXPECT_EQ(test::UserWindows(), windows);
+    EXPECT_EQ(test::GdiObjects(), gdi);
+    EXPECT_EQ(CPaintManagerUI::GetPaintManagers()->GetSize(), managers);
+    EXPECT_TRUE(::IsWindowEnabled(owner.GetHWND()));
 }
 
 } // namespace
