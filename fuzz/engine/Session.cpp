@@ -17,7 +17,7 @@ namespace fuzz {
 
 namespace {
 
-constexpr std::size_t kLargestInput = 16 * 1024;
+constexpr std::size_t kLargestInput = 4 * 1024;
 constexpr std::size_t kLargestPool = 2000;
 constexpr std::uint64_t kRestEvery = 500;
 constexpr std::uint64_t kRepeatEvery = 100;

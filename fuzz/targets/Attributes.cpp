@@ -1,6 +1,6 @@
 #include "fuzz/Names.h"
-#include "fuzz/engine/Files.h"
 #include "fuzz/engine/GuardedText.h"
+#include "fuzz/targets/GallerySkin.h"
 #include "fuzz/targets/HiddenWindow.h"
 #include "fuzz/targets/TargetList.h"
 #include "fuzz/targets/Words.h"
@@ -48,7 +48,7 @@ void Run(ByteView input)
 {
     if (input.size() < 2)
         return;
-    CPaintManagerUI::SetResourcePath((SourceFolder() + L"gallery/skin").c_str());
+    UseGallerySkin();
     HiddenWindow& window = SharedWindow();
     auto control = Make(std::to_integer<std::size_t>(input[0]) % kClasses);
     if (!control)

@@ -1,5 +1,5 @@
-#include "fuzz/engine/Files.h"
 #include "fuzz/engine/GuardedText.h"
+#include "fuzz/targets/GallerySkin.h"
 #include "fuzz/targets/HiddenWindow.h"
 #include "fuzz/targets/TargetList.h"
 #include "fuzz/targets/Words.h"
@@ -27,7 +27,7 @@ void Draw(HiddenWindow& window, LPCTSTR text, RECT rect, UINT style, int capacit
 void Run(ByteView input)
 {
     static GuardedText guarded(64 * 1024);
-    CPaintManagerUI::SetResourcePath((SourceFolder() + L"gallery/skin").c_str());
+    UseGallerySkin();
     HiddenWindow& window = SharedWindow();
     const LPCTSTR text = guarded.Place(Widen(input));
     const auto hash = HashOf(input);

@@ -1,5 +1,5 @@
-#include "fuzz/engine/Files.h"
 #include "fuzz/engine/GuardedText.h"
+#include "fuzz/targets/GallerySkin.h"
 #include "fuzz/targets/HiddenWindow.h"
 #include "fuzz/targets/TargetList.h"
 #include "fuzz/targets/Words.h"
@@ -15,7 +15,7 @@ void Run(ByteView input)
 {
     static GuardedText imageText(64 * 1024);
     static GuardedText modifierText(64 * 1024);
-    CPaintManagerUI::SetResourcePath((SourceFolder() + L"gallery/skin").c_str());
+    UseGallerySkin();
     HiddenWindow& window = SharedWindow();
     auto& manager = window.Manager();
 

@@ -1,6 +1,6 @@
 #include "fuzz/Names.h"
-#include "fuzz/engine/Files.h"
 #include "fuzz/engine/GuardedText.h"
+#include "fuzz/targets/GallerySkin.h"
 #include "fuzz/targets/HiddenWindow.h"
 #include "fuzz/targets/TargetList.h"
 #include "fuzz/targets/Words.h"
@@ -47,7 +47,7 @@ void Run(ByteView input)
     // Anything else is the name of a file.
     if (!skin.starts_with(L'<'))
         skin.insert(skin.begin(), L'<');
-    CPaintManagerUI::SetResourcePath((SourceFolder() + L"gallery/skin").c_str());
+    UseGallerySkin();
     HiddenWindow window;
     if ((hash & 3) == 0)
         window.Manager().SetDPI(144);
