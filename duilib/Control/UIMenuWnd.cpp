@@ -344,6 +344,10 @@ void CMenuWnd::ResizeSubMenu()
         m_pOwner->OwnerWindow() == nullptr)
         return;
     const HWND outer = m_pOwner->OwnerWindow()->GetHWND();
+    const auto alive = m_pAlive;
+    ::UpdateWindow(outer); // a menu that was not painted yet has not placed its rows
+    if (!*alive || m_pOwner == nullptr)
+        return;
     RECT menu{};
     ::GetWindowRect(outer, &menu);
     RECT row = m_pOwner->GetPos();

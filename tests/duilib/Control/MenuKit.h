@@ -15,8 +15,7 @@ class MenuCommands : public DuiLib::IMessageFilterUI {
 public:
     struct Received {
         std::unique_ptr<DuiLib::MenuCmd> command;
-        DuiLib::CMenuElementUI* element;
-        std::wstring elementText; // read while the element must be alive
+        DuiLib::CMenuElementUI* element; // alive on arrival, unless a handler ended it meanwhile
     };
 
     explicit MenuCommands(DuiLib::CPaintManagerUI& manager) : m_manager(manager)
@@ -32,10 +31,9 @@ public:
         if (message == WM_NCACTIVATE)
             looksActive = wParam != 0;
         if (message == WM_MENUCLICK) {
-            auto* const element = reinterpret_cast<DuiLib::CMenuElementUI*>(lParam);
             received.push_back(
                 {std::unique_ptr<DuiLib::MenuCmd>(reinterpret_cast<DuiLib::MenuCmd*>(wParam)),
-                 element, element->GetText().GetData()});
+                 reinterpret_cast<DuiLib::CMenuElementUI*>(lParam)});
             if (onCommand)
                 onCommand();
         }

@@ -190,6 +190,8 @@ TEST_F(MenuTest, AClickPostsTheCommandAndClosesTheMenu)
 {
     CMenuWnd* const menu = Open();
     CMenuElementUI& element = Find(menu, L"open");
+    std::wstring textOnArrival;
+    commands.onCommand = [&] { textOnArrival = commands.received.back().element->GetText(); };
     ClickOn(element);
     host.Pump();
     ASSERT_EQ(commands.received.size(), 1u);
@@ -199,7 +201,7 @@ TEST_F(MenuTest, AClickPostsTheCommandAndClosesTheMenu)
     EXPECT_STREQ(received.command->szText, L"&Open");
     EXPECT_TRUE(received.command->bChecked);
     EXPECT_EQ(received.element, &element);
-    EXPECT_EQ(received.elementText, L"&Open");
+    EXPECT_EQ(textOnArrival, L"&Open") << "the element still lives";
     EXPECT_TRUE(OpenMenus().empty());
 }
 
@@ -328,6 +330,17 @@ TEST_F(MenuTest, ASubMenuStandsBesideItsElement)
     EXPECT_EQ(inner.left, outer.right - 2);
     EXPECT_EQ(inner.top,
               outer.top + Find(menu, L"recent").GetParent()->GetPos().top + 3 * 30 + 6 - 30 - 4);
+}
+
+TEST_F(MenuTest, ASubMenuStandsBesideItsElementAlsoBeforeTheMenuIsPainted)
+{
+    CMenuWnd* const menu = CMenuWnd::CreateMenu(nullptr, kSkin, POINT{100, 100}, &host.Manager());
+    CMenuElementUI& recent = Find(menu, L"recent");
+    recent.CreateMenuWnd();
+    const LONG row = PlaceOf(menu->GetHWND()).top + recent.GetPos().top;
+    EXPECT_GT(recent.GetPos().top, 0);
+    CMenuWnd* const sub = OpenMenus()[1];
+    EXPECT_EQ(PlaceOf(sub->GetHWND()).top, row - sub->GetMenuUI()->GetInset().top);
 }
 
 TEST_F(MenuTest, ASubMenuFlipsAtTheEdgeOfTheMonitor)
@@ -626,6 +639,37 @@ TEST_F(MenuTest, ASkinFileIsReadFromTheResources)
     CPaintManagerUI::SetResourcePath(before);
     ASSERT_NE(menu, nullptr);
     EXPECT_NE(menu->m_pm.FindControl(L"filed"), nullptr);
+}
+
+TEST_F(MenuTest, AMenuDeletesItselfWithItsWindow)
+{
+    class CountedMenu : public CMenuWnd {
+    public:
+        explicit CountedMenu(int& alive) : m_alive(alive) { ++m_alive; }
+        ~CountedMenu() { --m_alive; }
+
+    private:
+        int& m_alive;
+    };
+    const auto open = [this](int& alive) {
+        auto* const menu = new CountedMenu(alive);
+        menu->Init(nullptr, kSkin, POINT{10, 10}, &host.Manager());
+        return menu;
+    };
+    int alive = 0;
+    CMenuWnd* menu = open(alive);
+    ASSERT_EQ(alive, 1);
+    menu->Close();
+    host.Pump();
+    EXPECT_EQ(alive, 0) << "closed";
+    menu = open(alive);
+    ClickOn(Find(menu, L"open"));
+    host.Pump();
+    EXPECT_EQ(alive, 0) << "an element was chosen";
+    menu = open(alive);
+    ::DestroyWindow(menu->GetHWND());
+    host.Pump();
+    EXPECT_EQ(alive, 0) << "destroyed";
 }
 
 TEST_F(MenuTest, InitOpensWhatTheApplicationMade)
