@@ -261,6 +261,7 @@ TEST_F(MenuTest, CheckStatesAreKeptFromOneOpeningToTheNext)
 
 TEST_F(MenuTest, DestroyMenuFreesTheStates)
 {
+    CMenuWnd::SetMenuItemInfo(L"the first one", true);
     CMenuWnd::DestroyMenu();
     const int before = test::HeapBlocks();
     for (int i = 0; i < 50; ++i)
