@@ -14,6 +14,13 @@ LPARAM PackPoint(POINT point)
     return MAKELPARAM(static_cast<WORD>(point.x), static_cast<WORD>(point.y));
 }
 
+// What a target answers that takes nothing.
+HRESULT Refuse(DWORD* effect)
+{
+    *effect = DROPEFFECT_NONE;
+    return S_OK;
+}
+
 FORMATETC FormatOf(CLIPFORMAT id, DWORD medium)
 {
     return {id, nullptr, DVASPECT_CONTENT, -1, medium};
@@ -75,6 +82,8 @@ HRESULT CPaintManagerUI::DragEnter(IDataObject* data, DWORD keys, POINTL point, 
     if (data == nullptr || effect == nullptr)
         return E_INVALIDARG;
     auto& state = *m_pState;
+    if (!state.dropEnabled)
+        return Refuse(effect);
     const DWORD allowed = *effect;
     CIDropTarget::DragEnter(data, keys, point, effect);
     state.draggedData = Quillet::ShareInterface(data);
@@ -88,6 +97,8 @@ HRESULT CPaintManagerUI::DragOver(DWORD keys, POINTL point, DWORD* effect)
     if (effect == nullptr)
         return E_INVALIDARG;
     auto& state = *m_pState;
+    if (!state.dropEnabled)
+        return Refuse(effect);
     const DWORD allowed = *effect;
     CIDropTarget::DragOver(keys, point, effect);
     state.SetDragPoint(point);
@@ -101,6 +112,8 @@ HRESULT CPaintManagerUI::DragLeave()
     auto& state = *m_pState;
     CIDropTarget::DragLeave();
     state.draggedData.reset();
+    if (!state.dropEnabled)
+        return S_OK;
     DWORD effect = DROPEFFECT_NONE;
     state.TellDrag(UIMSG_DRAGLEAVE, nullptr, 0, DROPEFFECT_NONE, &effect);
     return S_OK;
@@ -112,6 +125,8 @@ HRESULT CPaintManagerUI::Drop(IDataObject* data, DWORD keys, POINTL point, DWORD
     if (data == nullptr || effect == nullptr)
         return E_INVALIDARG;
     auto& state = *m_pState;
+    if (!state.dropEnabled)
+        return Refuse(effect);
     const DWORD allowed = *effect;
     const auto kept = Quillet::ShareInterface(data);
     state.draggedData.reset();

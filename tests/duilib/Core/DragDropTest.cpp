@@ -77,7 +77,7 @@ struct Told {
 // Sees the drag messages of a window before anybody else.
 class DragListener : public IMessageFilterUI {
 public:
-    LRESULT MessageHandler(UINT message, WPARAM wParam, LPARAM lParam, bool&) override
+    LRESULT MessageHandler(UINT message, WPARAM wParam, LPARAM lParam, bool& handled) override
     {
         if (message < UIMSG_DRAG || message > UIMSG_DRAGRELEASE)
             return 0;
@@ -88,11 +88,13 @@ public:
             *drag.pdwEffect = *answer;
         if (then)
             then(message);
-        return 0;
+        handled = result.has_value();
+        return result.value_or(0);
     }
 
     std::vector<Told> told;
     std::optional<DWORD> answer;
+    std::optional<LRESULT> result; // handles the message with it
     std::function<void(UINT)> then;
 };
 
@@ -210,12 +212,16 @@ TEST_F(DragDropTest, ADropIsToldAndTheSupportedMediumFreed)
     DWORD effect = kAll;
     Target().DragEnter(&data, MK_LBUTTON, OnScreen(150, 30), &effect);
     effect = kAll;
-    EXPECT_EQ(Target().Drop(&data, 0, OnScreen(150, 30), &effect), S_OK);
+    EXPECT_EQ(Target().Drop(&data, MK_CONTROL, OnScreen(150, 30), &effect), S_OK);
     EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
     ASSERT_EQ(listener.told.size(), 2u);
     EXPECT_EQ(listener.told[1].message, static_cast<UINT>(UIMSG_DRAGRELEASE));
     EXPECT_EQ(listener.told[1].data, &data);
     EXPECT_EQ(listener.told[1].control, Control(L"right"));
+    EXPECT_EQ(listener.told[1].keys, static_cast<DWORD>(MK_CONTROL));
+    EXPECT_EQ(listener.told[1].point.x, 150);
+    EXPECT_EQ(listener.told[1].point.y, 30);
+    EXPECT_EQ(listener.told[1].lParam, MAKELPARAM(150, 30));
     EXPECT_EQ(data.given, 1);
     EXPECT_EQ(data.references, 1u);
     ::GlobalFree(data.memory);
@@ -239,6 +245,48 @@ TEST_F(DragDropTest, UnsupportedDataIsToldWithoutAnEffectButMayBeTaken)
     Target().Drop(&data, 0, OnScreen(20, 30), &effect);
     EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_LINK));
     EXPECT_EQ(data.given, 0);
+}
+
+TEST_F(DragDropTest, TheResultOfTheMessageIsNoAnswer)
+{
+    OwnData data(CF_HDROP);
+    ASSERT_TRUE(host->Manager().EnableDragDrop(true));
+    for (const LRESULT result : {LRESULT{0}, LRESULT{DROPEFFECT_LINK}, LRESULT{-1}}) {
+        SCOPED_TRACE(result);
+        listener.result = result;
+        DWORD effect = kAll;
+        EXPECT_EQ(Target().DragEnter(&data, MK_LBUTTON, OnScreen(20, 30), &effect), S_OK);
+        EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
+        effect = kAll;
+        EXPECT_EQ(Target().Drop(&data, MK_LBUTTON, OnScreen(20, 30), &effect), S_OK);
+        EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
+        ::GlobalFree(data.memory);
+    }
+}
+
+TEST_F(DragDropTest, NothingIsToldUnlessItIsEnabled)
+{
+    OwnData data(CF_HDROP);
+    DWORD effect = kAll;
+    Target().DragEnter(&data, MK_LBUTTON, OnScreen(20, 30), &effect);
+    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_NONE));
+    EXPECT_TRUE(listener.told.empty());
+
+    // Disabled in the midst of a drag, of which the source goes on to tell.
+    ASSERT_TRUE(host->Manager().EnableDragDrop(true));
+    Target().DragEnter(&data, MK_LBUTTON, OnScreen(20, 30), &effect);
+    ASSERT_TRUE(host->Manager().EnableDragDrop(false));
+    listener.told.clear();
+    effect = kAll;
+    Target().DragOver(MK_LBUTTON, OnScreen(20, 30), &effect);
+    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_NONE));
+    effect = kAll;
+    Target().Drop(&data, MK_LBUTTON, OnScreen(20, 30), &effect);
+    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_NONE));
+    Target().DragLeave();
+    EXPECT_TRUE(listener.told.empty());
+    EXPECT_EQ(data.given, 0);
+    EXPECT_EQ(data.references, 1u);
 }
 
 TEST_F(DragDropTest, NullArgumentsAreRefused)
@@ -351,6 +399,11 @@ TEST_F(DragOutTest, AControlIsDraggedAsItsPicture)
     EXPECT_EQ(listener.told[0].message, static_cast<UINT>(UIMSG_DRAG));
     EXPECT_EQ(listener.told[0].control, Control(L"left"));
     EXPECT_EQ(listener.told[0].data, nullptr);
+    EXPECT_EQ(listener.told[0].keys, static_cast<DWORD>(MK_LBUTTON));
+    EXPECT_EQ(listener.told[0].effect, kAll);
+    EXPECT_EQ(listener.told[0].point.x, 80);
+    EXPECT_EQ(listener.told[0].point.y, 50);
+    EXPECT_EQ(listener.told[0].lParam, MAKELPARAM(80, 50));
 }
 
 TEST_F(DragOutTest, TheButtonIsReleasedWithoutAClick)
