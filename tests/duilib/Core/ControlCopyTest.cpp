@@ -1,3 +1,5 @@
+#include "duilib/Control/RowOwner.h"
+#include "duilib/Control/TestPictures.h"
 #include "duilib/Core/ControlKit.h"
 
 #include <gtest/gtest.h>
@@ -5,8 +7,12 @@
 #include <memory>
 
 using namespace DuiLib;
+using test::AddColumns;
+using test::Argb;
+using test::Canvas;
 using test::ControlHost;
 using test::EventSink;
+using test::Picture;
 using test::Place;
 
 namespace {
@@ -17,7 +23,80 @@ protected:
     CControlUI& original = host.Add<CControlUI>();
 };
 
+// Every class without children, with all that shows of it set.
+template <class Control>
+class ControlLookTest : public testing::Test {
+protected:
+    ControlLookTest()
+    {
+        owner.info.dwSelectedBkColor = 0xFFC0FFC0;
+        AddColumns(host.Manager(), L"one", {Argb{0xFFFF8000}});
+        AddColumns(host.Manager(), L"two", {Argb{0xFF0080FF}});
+        Prepare(original);
+        original.ApplyAttributeList(
+            L"text=\"Text\" textcolor=\"#FF800000\" textpadding=\"3,2,1,0\" align=\"right\" "
+            L"bkcolor=\"#FFFFFFC0\" bordercolor=\"#FF00FF00\" bordersize=\"2\" "
+            L"foreimage=\"file='one' dest='20,20,30,30'\" "
+            L"normalimage=\"file='two' dest='4,4,12,12'\" "
+            L"selectedimage=\"file='one' dest='30,4,40,20'\" "
+            L"forecolor=\"#FF8080FF\" min=\"10\" max=\"60\" value=\"30\" "
+            L"isstretchfore=\"false\" thumbsize=\"8,20\" thumbimage=\"two\" range=\"90\" "
+            L"thumbnormalimage=\"one\" button1normalimage=\"two\" tipvalue=\"hint\"");
+        if constexpr (std::is_base_of_v<COptionUI, Control>)
+            original.Selected(true, false);
+        original.SetPos({0, 0, 60, 40});
+    }
+
+    void Prepare(Control& control)
+    {
+        control.SetManager(&host.Manager(), nullptr, false);
+        if constexpr (std::is_base_of_v<CListElementUI, Control>) {
+            control.SetOwner(&owner);
+            control.SetIndex(2);
+        }
+    }
+
+    static Picture Look(Control& control)
+    {
+        const Canvas canvas(60, 40);
+        control.Paint(canvas.Dc(), {0, 0, 60, 40}, nullptr);
+        return canvas.Take();
+    }
+
+    ControlHost host{60, 40};
+    test::RowOwner owner;
+    Control original;
+};
+
+using ControlsWithoutChildren =
+    testing::Types<CControlUI, CLabelUI, CTextUI, CButtonUI, COptionUI, CCheckBoxUI, CEditUI,
+                   CProgressUI, CSliderUI, CScrollBarUI, CListLabelElementUI, CListTextElementUI>;
+TYPED_TEST_SUITE(ControlLookTest, ControlsWithoutChildren);
+
 } // namespace
+
+TYPED_TEST(ControlLookTest, ACopyShowsAndMeasuresTheSame)
+{
+    TypeParam plain;
+    this->Prepare(plain);
+    plain.SetPos({0, 0, 60, 40});
+    const Picture expected = this->Look(this->original);
+    ASSERT_FALSE(this->Look(plain) == expected) << "there is something to copy";
+    const SIZE size = this->original.EstimateSize({500, 500});
+
+    TypeParam copy(this->original);
+    TypeParam assigned;
+    this->Prepare(assigned);
+    assigned = this->original;
+    this->original.ApplyAttributeList(L"text=\"other\" bkcolor=\"#FF000000\" value=\"50\" "
+                                      L"foreimage=\"\" thumbimage=\"one\" bordersize=\"5\"");
+    for (TypeParam* const each : {&copy, &assigned}) {
+        SCOPED_TRACE(each == &copy ? "constructed" : "assigned");
+        EXPECT_EQ(this->Look(*each), expected);
+        EXPECT_EQ(each->EstimateSize({500, 500}).cx, size.cx);
+        EXPECT_EQ(each->EstimateSize({500, 500}).cy, size.cy);
+    }
+}
 
 TEST(ControlValueTest, ACopyHasAllValues)
 {
@@ -152,6 +231,51 @@ TEST_F(ControlCopyTest, ACopyIsRegisteredNowhere)
     EXPECT_EQ(host.Manager().FindControl(L"original"), &original);
     EXPECT_EQ(host.Timers().size(), 1u);
     EXPECT_EQ(host.Manager().GetFocus(), &original);
+}
+
+TEST_F(ControlCopyTest, ACopyHasNoShareInThePressOfTheMouse)
+{
+    auto& button = host.Add<CButtonUI>();
+    host.Press(25, 12);
+    {
+        const CButtonUI copy(button);
+        CButtonUI assigned;
+        assigned = button;
+    }
+    EXPECT_TRUE(host.Manager().IsCaptured());
+    host.Release(25, 12);
+    ASSERT_EQ(host.Sent(DUI_MSGTYPE_CLICK).size(), 1u);
+    EXPECT_EQ(host.Sent(DUI_MSGTYPE_CLICK)[0].sender, &button);
+}
+
+TEST(ControlValueTest, SettingsThatDoNotShowAreCopied)
+{
+    CSliderUI slider;
+    slider.SetChangeStep(7);
+    slider.SetCanSendMove(true);
+    CSliderUI sliderCopy(slider);
+    EXPECT_EQ(sliderCopy.GetChangeStep(), 7);
+    EXPECT_TRUE(sliderCopy.GetCanSendMove());
+
+    CProgressUI progress;
+    progress.SetMinValue(-5);
+    progress.SetMaxValue(5);
+    progress.SetValue(-3);
+    progress.SetHorizontal(false);
+    CProgressUI progressCopy(progress);
+    EXPECT_EQ(progressCopy.GetMinValue(), -5);
+    EXPECT_EQ(progressCopy.GetMaxValue(), 5);
+    EXPECT_EQ(progressCopy.GetValue(), -3);
+    EXPECT_FALSE(progressCopy.IsHorizontal());
+
+    CCheckBoxUI box;
+    box.SetAutoCheck(true);
+    box.SetCheck(true);
+    ControlHost host{50, 24};
+    auto& boxCopy = host.Add<CCheckBoxUI>(box);
+    EXPECT_TRUE(boxCopy.GetCheck());
+    host.Click(25, 12);
+    EXPECT_EQ(host.Sent(DUI_MSGTYPE_CHECKCLICK).size(), 1u);
 }
 
 TEST_F(ControlCopyTest, ACopyTakesItsOwnTimersAlong)
