@@ -2,13 +2,54 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <type_traits>
+#include <vector>
 
 using namespace DuiLib;
 
 namespace {
+
+#define TEXT_OF_THE_EXPANSION(macro) TEXT_OF(macro)
+#define TEXT_OF(tokens) #tokens
+
+// Names in the export table of a loaded module.
+std::vector<std::string_view> ExportsOf(const wchar_t* module)
+{
+    const auto* const base = reinterpret_cast<const BYTE*>(::GetModuleHandleW(module));
+    const auto& dos = *reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    const auto& headers = *reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos.e_lfanew);
+    const auto& entry = headers.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_EXPORT];
+    const auto& table =
+        *reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(base + entry.VirtualAddress);
+    const auto* const names = reinterpret_cast<const DWORD*>(base + table.AddressOfNames);
+    std::vector<std::string_view> exports;
+    for (DWORD i = 0; i < table.NumberOfNames; ++i)
+        exports.emplace_back(reinterpret_cast<const char*>(base + names[i]));
+    return exports;
+}
+
+int CountOf(const std::vector<std::string_view>& names, std::string_view part)
+{
+    return static_cast<int>(std::count_if(names.begin(), names.end(), [&](std::string_view name) {
+        return name.find(part) != std::string_view::npos;
+    }));
+}
+
+// Whatever the compiler: it exports everything by itself only as long as nothing is marked.
+TEST(ExportTest, TheLibraryExportsItsClassesAndNothingElse)
+{
+    EXPECT_NE(std::string_view(TEXT_OF_THE_EXPANSION(UILIB_API)).find("dllimport"),
+              std::string_view::npos);
+    const auto exports = ExportsOf(L"DuiLib.dll");
+    for (const char* const name : {"CControlUI", "CPaintManagerUI", "CDuiString", "CListUI"})
+        EXPECT_GT(CountOf(exports, name), 10) << name;
+    for (const char* const name : {"ReportFailure", "LoadResourceBytes", "ZipArchive"})
+        EXPECT_EQ(CountOf(exports, name), 0) << name;
+}
 
 // Numbers that applications have in their own code and files.
 static_assert(UIEVENT__FIRST == 1);

@@ -24,6 +24,31 @@ protected:
     Probe& right = AddProbe(host, {50, 0, 100, 60}, L"right");
 };
 
+class OfferingWindow final : public CWindowWnd {
+public:
+    OfferingWindow()
+    {
+        Create(nullptr, L"", WS_POPUP | WS_VISIBLE, WS_EX_TOOLWINDOW, RECT{0, 0, 100, 50});
+        m_manager.Init(m_hWnd);
+    }
+    ~OfferingWindow() { ::DestroyWindow(m_hWnd); }
+    OfferingWindow(const OfferingWindow&) = delete;
+    OfferingWindow& operator=(const OfferingWindow&) = delete;
+
+    CPaintManagerUI m_manager;
+
+protected:
+    LPCTSTR GetWindowClassName() const override { return L"QuilletOfferingWindow"; }
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        LRESULT result = 0;
+        if (m_manager.PreMessageHandler(message, wParam, lParam, result) ||
+            m_manager.MessageHandler(message, wParam, lParam, result))
+            return result;
+        return CWindowWnd::HandleMessage(message, wParam, lParam);
+    }
+};
+
 TEST_F(ManagerMessagesTest, EnterAndLeaveComeInPairs)
 {
     host.MoveMouse(10, 10);
@@ -300,11 +325,17 @@ TEST_F(ManagerMessagesTest, ExtraReceiversGetTheNextMouseLeave)
 
 TEST_F(ManagerMessagesTest, ADeadControlLeavesNoMouseLeaveEntry)
 {
+    auto loose = std::make_unique<Probe>();
+    loose->SetManager(&manager, nullptr, false);
+    manager.AddMouseLeaveNeeded(loose.get());
     manager.AddMouseLeaveNeeded(&right);
+    CControlUI* const dead = loose.get();
+    loose.reset();
+    EXPECT_FALSE(manager.RemoveMouseLeaveNeeded(dead));
     RootOf(host).Remove(&right);
+    EXPECT_FALSE(manager.RemoveMouseLeaveNeeded(&right));
     host.Pump();
     host.MoveMouse(10, 10);
-    EXPECT_FALSE(manager.RemoveMouseLeaveNeeded(&right));
     EXPECT_EQ(left.Count(UIEVENT_MOUSEENTER), 1);
 }
 
@@ -403,6 +434,75 @@ TEST_F(ManagerMessagesTest, TheSecondPreHandlingOfAQueuedMessageIsSkipped)
     EXPECT_FALSE(manager.PreMessageHandler(WM_KEYDOWN, VK_F2, 1, result));
     EXPECT_EQ(filter.CountOf(WM_KEYDOWN), 2);
     EXPECT_EQ(filter.CountOf(WM_KEYUP), 1);
+    manager.RemovePreMessageFilter(&filter);
+}
+
+TEST_F(ManagerMessagesTest, MessagesOfChildWindowsAreNotRemembered)
+{
+    Listener filter;
+    manager.AddPreMessageFilter(&filter);
+    const HWND child = ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 10, 10, host.Window(),
+                                         nullptr, nullptr, nullptr);
+    MSG queued{};
+    queued.hwnd = child;
+    queued.message = WM_KEYDOWN;
+    queued.wParam = VK_F2;
+    CPaintManagerUI::TranslateMessage(&queued);
+    LRESULT result = 0;
+    manager.PreMessageHandler(WM_KEYDOWN, VK_F2, 0, result);
+    EXPECT_EQ(filter.CountOf(WM_KEYDOWN), 2);
+    manager.RemovePreMessageFilter(&filter);
+}
+
+TEST_F(ManagerMessagesTest, AConsumedMessageIsNotRemembered)
+{
+    Listener filter;
+    filter.onMessage = [](UINT, WPARAM, LPARAM, bool& handled) -> LRESULT {
+        handled = true;
+        return 0;
+    };
+    manager.AddPreMessageFilter(&filter);
+    MSG queued{};
+    queued.hwnd = host.Window();
+    queued.message = WM_KEYDOWN;
+    queued.wParam = VK_F2;
+    EXPECT_TRUE(CPaintManagerUI::TranslateMessage(&queued));
+    LRESULT result = 0;
+    EXPECT_TRUE(manager.PreMessageHandler(WM_KEYDOWN, VK_F2, 0, result));
+    EXPECT_EQ(filter.CountOf(WM_KEYDOWN), 2);
+    manager.RemovePreMessageFilter(&filter);
+}
+
+// A window that offers each of its messages to its manager, the queued ones a second time.
+TEST(ManagerOfferingTest, TabAndFiltersRunOnceForAQueuedMessage)
+{
+    OfferingWindow window;
+    auto& manager = window.m_manager;
+    auto* const root = new CContainerUI;
+    Probe* stops[3];
+    for (auto& stop : stops) {
+        stop = new Probe;
+        stop->flags = UIFLAG_TABSTOP;
+        root->Add(stop);
+    }
+    manager.AttachDialog(root);
+    ::UpdateWindow(window);
+    manager.SetFocus(stops[0]);
+    Listener filter;
+    manager.AddPreMessageFilter(&filter);
+
+    ::PostMessageW(window, WM_KEYDOWN, VK_TAB, 1);
+    MSG message{};
+    while (::PeekMessageW(&message, window, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
+        if (!CPaintManagerUI::TranslateMessage(&message))
+            ::DispatchMessageW(&message);
+    }
+    EXPECT_EQ(manager.GetFocus(), stops[1]);
+    EXPECT_EQ(filter.CountOf(WM_KEYDOWN), 1);
+
+    ::SendMessageW(window, WM_KEYDOWN, VK_TAB, 1);
+    EXPECT_EQ(manager.GetFocus(), stops[2]) << "a sent message comes once, and counts";
+    EXPECT_EQ(filter.CountOf(WM_KEYDOWN), 2);
     manager.RemovePreMessageFilter(&filter);
 }
 

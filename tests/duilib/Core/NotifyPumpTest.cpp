@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <memory>
+#include <new>
 #include <string>
 #include <type_traits>
 
@@ -241,7 +243,9 @@ TEST_F(NotifyPumpTest, NamesAndNumbersOfTheConstants)
 
 TEST_F(NotifyPumpTest, RecordsStartCleared)
 {
-    TImageInfo image;
+    alignas(TImageInfo) unsigned char memory[sizeof(TImageInfo)];
+    std::memset(memory, 0xCC, sizeof(memory));
+    TImageInfo& image = *new (memory) TImageInfo;
     EXPECT_EQ(image.pImage, nullptr);
     EXPECT_EQ(image.hBitmap, nullptr);
     EXPECT_EQ(image.pBits, nullptr);
@@ -250,7 +254,9 @@ TEST_F(NotifyPumpTest, RecordsStartCleared)
     EXPECT_EQ(image.nY, 0);
     EXPECT_FALSE(image.bAlpha);
     EXPECT_FALSE(image.bUseHSL);
+    EXPECT_TRUE(image.sResType.IsEmpty());
     EXPECT_EQ(image.dwMask, 0u);
+    image.~TImageInfo();
 
     static_assert(std::is_aggregate_v<TEventUI> && std::is_trivially_copyable_v<TEventUI>);
 }

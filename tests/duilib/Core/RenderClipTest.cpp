@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <new>
 #include <thread>
 
 using namespace DuiLib;
@@ -107,12 +109,15 @@ TEST_F(RenderClipTest, AnObjectThatWasNeverGeneratedIsHarmless)
 {
     ::IntersectClipRect(canvas.Dc(), 1, 1, 9, 9);
     {
-        CRenderClip unused;
+        alignas(CRenderClip) unsigned char memory[sizeof(CRenderClip)];
+        std::memset(memory, 0xCC, sizeof(memory));
+        CRenderClip& unused = *new (memory) CRenderClip;
         EXPECT_EQ(unused.hDC, nullptr);
         EXPECT_EQ(unused.hRgn, nullptr);
         EXPECT_EQ(unused.hOldRgn, nullptr);
         CRenderClip::UseOldClipBegin(canvas.Dc(), unused);
         CRenderClip::UseOldClipEnd(canvas.Dc(), unused);
+        unused.~CRenderClip();
     }
     FillAll();
     ExpectRedOnlyIn({1, 1, 9, 9});

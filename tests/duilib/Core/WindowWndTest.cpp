@@ -86,6 +86,21 @@ private:
     bool* m_deleted;
 };
 
+// Whoever reads it when it has been deleted, faults.
+class FencedWindow : public TestWindow {
+public:
+    using TestWindow::TestWindow;
+
+    static void* operator new(std::size_t size)
+    {
+        return ::VirtualAlloc(nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    }
+    static void operator delete(void* memory, std::size_t size)
+    {
+        ::VirtualFree(memory, size, MEM_DECOMMIT);
+    }
+};
+
 // Its handle, once it has been opened by this function, is owned by the window itself.
 TestWindow* OpenSelfDeleting(HWND owner, bool* deleted)
 {
@@ -318,6 +333,20 @@ TEST(WindowWndTest, ShowModalSurvivesAWindowThatDeletesItself)
     TestWindow* const dialog = OpenSelfDeleting(owner, &deleted);
     dialog->Close(3);
     EXPECT_EQ(dialog->ShowModal(), 3u);
+    EXPECT_TRUE(deleted);
+    EXPECT_TRUE(::IsWindowEnabled(owner));
+}
+
+TEST(WindowWndTest, ShowModalLeavesTheMemoryOfAWindowThatIsGoneAlone)
+{
+    TestWindow owner;
+    owner.Open();
+    bool deleted = false;
+    TestWindow* const dialog = new FencedWindow(&deleted);
+    dialog->deleteItself = true;
+    dialog->Open(owner);
+    dialog->Close(4);
+    EXPECT_EQ(dialog->ShowModal(), 4u);
     EXPECT_TRUE(deleted);
     EXPECT_TRUE(::IsWindowEnabled(owner));
 }

@@ -87,6 +87,16 @@ int WINAPI CountMessageBox(HWND, LPCWSTR, LPCWSTR, UINT)
     return IDOK;
 }
 
+// The monitor of every window, another one than that at the origin.
+const auto kOtherMonitor = reinterpret_cast<HMONITOR>(0x1234);
+HWND g_askedWindow = nullptr;
+
+HMONITOR WINAPI FakeMonitorFromWindow(HWND window, DWORD)
+{
+    g_askedWindow = window;
+    return kOtherMonitor;
+}
+
 class SystemDpiTest : public testing::Test {
 protected:
     SystemDpiTest()
@@ -188,10 +198,13 @@ TEST_F(SystemDpiTest, TheDpiOfAMonitorIsTheHorizontalOne)
 
 TEST_F(SystemDpiTest, MainMonitorDpiOfAWindowAsksItsMonitor)
 {
+    const test::ImportHook monitors(L"DuiLib.dll", "user32.dll", "MonitorFromWindow",
+                                    &FakeMonitorFromWindow);
     const HWND window = ::CreateWindowW(L"STATIC", L"", WS_POPUP, 10, 10, 50, 50, nullptr, nullptr,
                                         nullptr, nullptr);
     EXPECT_EQ(CDPI::GetMainMonitorDPI(window), 144);
-    EXPECT_EQ(g_monitor, ::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST));
+    EXPECT_EQ(g_monitor, kOtherMonitor);
+    EXPECT_EQ(g_askedWindow, window);
     ::DestroyWindow(window);
 
     g_monitor = nullptr;
