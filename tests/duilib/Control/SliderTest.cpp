@@ -261,6 +261,43 @@ TEST_F(SliderTest, AStepIsAtLeastOne)
 }
 
 // A range of no length must not be divided by.
+TEST_F(SliderTest, PaintingChangesNeitherTheValueNorTheRange)
+{
+    AddColumns(host.Manager(), L"bar", {kRed});
+    slider.SetForeImage(L"bar");
+    slider.SetValue(90);
+    slider.SetMaxValue(50);
+    host.Paint();
+    EXPECT_EQ(slider.GetValue(), 90);
+    EXPECT_EQ(slider.GetMaxValue(), 50);
+    slider.SetMaxValue(0);
+    host.Paint();
+    EXPECT_EQ(slider.GetValue(), 90);
+    EXPECT_EQ(slider.GetMinValue(), 0);
+    EXPECT_EQ(slider.GetMaxValue(), 0);
+}
+
+TEST(UprightSliderTest, AnEmptyRangeIsSafe)
+{
+    ControlHost host{20, 110};
+    auto& slider = host.Add<CSliderUI>();
+    slider.SetHorizontal(false);
+    for (const int max : {0, -5}) {
+        SCOPED_TRACE(max);
+        slider.SetMaxValue(max);
+        host.ClearSent();
+        EXPECT_EQ(slider.GetThumbRect().bottom, 110);
+        host.Paint();
+        host.Click(10, 30);
+        host.Press(10, 105);
+        host.MoveMouse(10, 50);
+        host.Release(10, 50);
+        host.Wheel(10, 50, 120);
+        EXPECT_EQ(slider.GetValue(), 0);
+        EXPECT_TRUE(host.Sent(L"valuechanged").empty());
+    }
+}
+
 TEST_F(SliderTest, AnEmptyRangeIsSafe)
 {
     for (const int max : {0, -5}) {
@@ -461,6 +498,26 @@ TEST_F(SliderTest, ThePlainLookLeavesNoObjectsBehind)
     const int before = test::GdiObjects();
     drawAll();
     EXPECT_EQ(test::GdiObjects(), before);
+}
+
+TEST(SliderScaleTest, TheThumbPictureFillsTheThumbAtAnyScale)
+{
+    for (const int dpi : {96, 120, 144, 192}) {
+        SCOPED_TRACE(dpi);
+        ControlHost host{200, 60, dpi};
+        AddColumns(host.Manager(), L"thumb", {kRed});
+        auto& slider = host.Add<CSliderUI>();
+        slider.SetBkColor(kWhite.value);
+        slider.SetThumbImage(L"thumb");
+        slider.SetThumbSize({10, 20});
+        slider.SetValue(50);
+        const RECT thumb = slider.GetThumbRect();
+        const int area = (thumb.right - thumb.left) * (thumb.bottom - thumb.top);
+        EXPECT_EQ(thumb.right - thumb.left, ::MulDiv(10, dpi, 96));
+        const Picture picture = host.Paint();
+        EXPECT_EQ(picture.Count(kRed, thumb), area);
+        EXPECT_EQ(picture.Count(kRed), area);
+    }
 }
 
 TEST(SliderScaleTest, TheThumbIsScaled)

@@ -601,6 +601,26 @@ TEST_F(HtmlTextTest, WrappedLinesAreAlignedWithoutTheirBlanks)
     EXPECT_EQ(Html(L"one three", DT_WORDBREAK | DT_RIGHT, {0, 0, width, kHeight}), expected);
 }
 
+TEST_F(HtmlTextTest, WrappedLinesOfSeveralRunsAreAlignedAsAWhole)
+{
+    const int bottom = LineHeight();
+    const int first = WidthOf(L"one ") + WidthOf(L"two", kBold);
+    const int second = WidthOf(L"six", kBold) + WidthOf(L"ed");
+    const int width = first + WidthOf(L" ", kBold) + 2;
+    const auto expected = [&](int share) {
+        const int x = (width - first) / share;
+        const int y = (width - second) / share;
+        return Picture(Reference(*this)
+                           .Put(x, bottom, L"one ")
+                           .Put(x + WidthOf(L"one "), bottom, L"two", kBold)
+                           .Put(y, 2 * bottom, L"six", kBold)
+                           .Put(y + WidthOf(L"six", kBold), 2 * bottom, L"ed"));
+    };
+    const RECT narrow{0, 0, width, kHeight};
+    EXPECT_EQ(Html(L"one <b>two six</b>ed", DT_WORDBREAK | DT_RIGHT, narrow), expected(1));
+    EXPECT_EQ(Html(L"one <b>two six</b>ed", DT_WORDBREAK | DT_CENTER, narrow), expected(2));
+}
+
 TEST_F(HtmlTextTest, TheBlockIsCentredOrAtTheBottom)
 {
     const int line = LineHeight();
@@ -619,6 +639,12 @@ TEST_F(HtmlTextTest, TheBlockIsMeasuredAtTheWidthOfTheRectangle)
     const Picture expected =
         Reference(*this).Put(0, kHeight - line, L"three").Put(0, kHeight, L"four");
     EXPECT_EQ(Html(L"three four", DT_WORDBREAK | DT_BOTTOM, narrow), expected);
+
+    const int middle = (kHeight - 2 * line) / 2;
+    EXPECT_EQ(
+        Html(L"three four", DT_WORDBREAK | DT_VCENTER, narrow),
+        Picture(
+            Reference(*this).Put(0, middle + line, L"three").Put(0, middle + 2 * line, L"four")));
 }
 
 TEST_F(HtmlTextTest, DrawsInsideItsRectangleOnly)

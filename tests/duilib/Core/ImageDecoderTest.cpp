@@ -1,8 +1,10 @@
 #include "duilib/Core/PictureFiles.h"
+#include "duilib/Core/ZipWriter.h"
 
 #include "support/DebugOutput.h"
 #include "support/ObjectCounters.h"
 
+#include <atomic>
 #include <thread>
 
 namespace {
@@ -568,6 +570,46 @@ TEST_F(ImageDecoderTest, LoadingAndFreeingLeavesNothing)
         once();
     EXPECT_EQ(GdiObjects(), objects);
     EXPECT_EQ(GdiplusObjects(), images);
+}
+
+// A worker for thumbnails beside the window that draws from the same archive, kept open or not.
+TEST_F(ImageDecoderTest, WorkersLoadFromAnArchiveWhileTheWindowDraws)
+{
+    constexpr int kThreads = 4;
+    constexpr int kRounds = 40;
+    const auto text = [](const Bytes& bytes) { return std::string(bytes.begin(), bytes.end()); };
+    ZipWriter zip;
+    zip.Add({.name = "a.png", .content = text(Png(FourColours(64)))});
+    zip.Add({.name = "b.png", .content = text(Png(Picture(50, 50, kBlue)))});
+    folder.Write(L"skin.zip", zip.Finish());
+
+    for (const bool cached : {true, false}) {
+        SCOPED_TRACE(cached);
+        CPaintManagerUI::SetResourceZip(L"skin.zip", cached);
+        std::atomic<int> right = 0;
+        {
+            std::vector<std::jthread> threads;
+            for (int thread = 0; thread < kThreads; thread++) {
+                threads.emplace_back([this, &right] {
+                    for (int round = 0; round < kRounds; round++) {
+                        const auto a = Load(L"a.png");
+                        const auto b = Load(L"b.png");
+                        if (a && b && PixelOf(*a, 63, 63) == kYellow && PixelOf(*b, 7, 7) == kBlue)
+                            ++right;
+                    }
+                });
+            }
+            for (int round = 0; round < kRounds; round++) {
+                manager.RemoveAllImages();
+                const Canvas canvas(64, 64);
+                CRenderEngine::DrawImageString(canvas.Dc(), &manager, {0, 0, 64, 64},
+                                               {0, 0, 64, 64}, L"a.png");
+                EXPECT_EQ(canvas.Take(), FourColours(64));
+            }
+        }
+        EXPECT_EQ(right, kThreads * kRounds);
+    }
+    CPaintManagerUI::SetResourceZip(L"");
 }
 
 TEST_F(ImageDecoderTest, EightThreadsLoadAtOnce)

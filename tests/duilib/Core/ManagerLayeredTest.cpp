@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 using namespace DuiLib;
@@ -179,6 +180,41 @@ TEST_F(ManagerLayeredTest, TheInsetMovesTheRootIn)
     manager.SetLayered(false);
     host.Layout();
     EXPECT_EQ(host.Root()->GetPos().right, 60);
+}
+
+TEST_F(ManagerLayeredTest, TheInsetIsNotScaled)
+{
+    manager.GetDPIObj()->SetScale(144);
+    manager.SetLayered(true);
+    RECT inset{3, 4, 5, 6};
+    manager.SetLayeredInset(inset);
+    manager.NeedUpdate();
+    host.Root()->NeedUpdate();
+    host.Layout();
+    EXPECT_EQ(host.Root()->GetPos().left, 3);
+    EXPECT_EQ(host.Root()->GetPos().bottom, 34);
+}
+
+TEST_F(ManagerLayeredTest, PicturesKeepTheirAlpha)
+{
+    BYTE* bytes = nullptr;
+    HBITMAP bitmap = CRenderEngine::CreateARGB32Bitmap(manager.GetPaintDC(), 4, 4, &bytes);
+    std::fill_n(reinterpret_cast<std::uint32_t*>(bytes), 16, 0x40201008u);
+    manager.AddImage(L"clear", bitmap, 4, 4, true);
+    bitmap = CRenderEngine::CreateARGB32Bitmap(manager.GetPaintDC(), 4, 4, &bytes);
+    std::fill_n(reinterpret_cast<std::uint32_t*>(bytes), 16, 0xFF201008u);
+    manager.AddImage(L"opaque", bitmap, 4, 4, false);
+    AddProbe(host, {0, 0, 20, 20}).SetBkImage(L"clear");
+    AddProbe(host, {30, 0, 50, 20}).SetBkImage(L"opaque");
+    AddProbe(host, {0, 20, 20, 40}).SetBkImage(L"file='opaque' fade='128'");
+    manager.SetLayered(true);
+    host.Layout();
+    Repaint();
+    EXPECT_EQ(g_shown.At(10, 10), 0x40201008u);
+    EXPECT_EQ(g_shown.At(40, 10), 0xFF201008u);
+    EXPECT_NEAR(g_shown.At(10, 30) >> 24, 128, 1) << "faded";
+    EXPECT_NEAR(g_shown.At(10, 30) >> 16 & 0xFF, 16, 1);
+    EXPECT_EQ(g_shown.At(40, 30), 0u);
 }
 
 TEST_F(ManagerLayeredTest, TheImageShapesTheWindow)

@@ -222,6 +222,27 @@ TEST_F(ManagerResourcesTest, PicturesAreLoadedOnceAndKept)
     EXPECT_EQ(manager.GetImage(L"red.bmp"), nullptr);
 }
 
+TEST_F(ManagerResourcesTest, GetImageExTakesItsLastArgumentsInEitherOrder)
+{
+    const HINSTANCE program = ::GetModuleHandleW(nullptr);
+    const HINSTANCE library = ::GetModuleHandleW(L"DuiLib.dll"); // has no such resource
+    for (const bool gdiplus : {false, true}) {
+        for (const bool libraryFirst : {false, true}) {
+            SCOPED_TRACE(testing::PrintToString(gdiplus) + testing::PrintToString(libraryFirst));
+            const auto get = [&](HINSTANCE module) {
+                return libraryFirst ? manager.GetImageEx(L"103", L"PNG", 0, false, module, gdiplus)
+                                    : manager.GetImageEx(L"103", L"PNG", 0, false, gdiplus, module);
+            };
+            EXPECT_EQ(get(library), nullptr);
+            const TImageInfo* const image = get(program);
+            ASSERT_NE(image, nullptr);
+            EXPECT_EQ(image->pImage != nullptr, gdiplus);
+            EXPECT_EQ(image->hBitmap == nullptr, gdiplus);
+            manager.RemoveImage(L"103");
+        }
+    }
+}
+
 TEST_F(ManagerResourcesTest, AFailedLoadIsNotRemembered)
 {
     EXPECT_EQ(manager.GetImageEx(L"late.bmp"), nullptr);
