@@ -18,8 +18,12 @@ public:
         if (!IsIndex(index) || Has(index) == selected)
             return;
         m_flags[At(index)] = selected ? 1 : 0;
+        ++m_changes;
         m_count += selected ? 1 : -1;
     }
+
+    // Grows with every row that is taken in or out.
+    unsigned Changes() const { return m_changes; }
 
     // -1 when there is none.
     int Next(int index) const
@@ -58,6 +62,7 @@ private:
 
     std::vector<char> m_flags;
     int m_count = 0;
+    unsigned m_changes = 0;
 };
 
 } // namespace DuiLib

@@ -185,8 +185,9 @@ bool CListUI::SelectMultiItem(int index, bool takeFocus)
     const bool extend = IsDown(VK_SHIFT) && m_iFirstSel >= 0;
     bool changed = false;
     if (extend) {
-        changed = true;
+        const unsigned before = m_pSelection->Changes();
         SelectRange(m_iFirstSel, index);
+        changed = m_pSelection->Changes() != before;
         m_iCurSel = index;
     } else {
         const bool toggleOff = IsDown(VK_CONTROL) && m_pSelection->Has(index);
