@@ -65,13 +65,19 @@ int PrintUsage()
     return 2;
 }
 
+double UnguardedPercent()
+{
+    const auto heap = GuardedHeap::Count();
+    return 100.0 * static_cast<double>(heap.unguarded) / static_cast<double>(heap.allocations);
+}
+
 int RunInput(const Arguments& arguments)
 {
-    RunOnce(*arguments.target, ReadFile(arguments.input));
-    if (arguments.target->rest)
-        arguments.target->rest();
-    std::puts("the input does no harm");
-    return 0;
+    const auto result = Replay(*arguments.target, ReadFile(arguments.input), arguments.options);
+    std::printf("%.3f s; %s\n", result.slowest,
+                result.failure.empty() ? "the input does no harm" : result.failure.c_str());
+    std::fflush(stdout);
+    return result.failure.empty() ? 0 : 1;
 }
 
 } // namespace
@@ -88,9 +94,10 @@ int main(int count, char** words)
         return RunInput(*arguments);
 
     const auto result = RunSession(*arguments->target, arguments->options);
-    std::printf("%s: %llu executions, %.0f s, %llu inputs in the pool; %s\n", words[1],
-                static_cast<unsigned long long>(result.executions), result.seconds,
-                static_cast<unsigned long long>(result.pool),
+    std::printf("%s: %llu executions, %.0f s, %.3f s the slowest, %llu inputs in the pool, "
+                "%.2f %% of the allocations unguarded; %s\n",
+                words[1], static_cast<unsigned long long>(result.executions), result.seconds,
+                result.slowest, static_cast<unsigned long long>(result.pool), UnguardedPercent(),
                 result.failure.empty() ? "no findings" : result.failure.c_str());
     std::fflush(stdout);
     return result.failure.empty() ? 0 : 1;

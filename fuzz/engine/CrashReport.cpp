@@ -3,7 +3,7 @@
 #include "fuzz/engine/GuardedHeap.h"
 #include "fuzz/engine/Record.h"
 #include "support/CrashFilter.h"
-#include "win32/Windows.h"
+#include "win32/Handles.h"
 
 #include <algorithm>
 #include <csignal>
@@ -11,6 +11,7 @@
 #include <exception>
 #include <iterator>
 #include <string_view>
+#include <thread>
 
 namespace fuzz {
 
@@ -18,11 +19,15 @@ namespace {
 
 bool IsFault(DWORD code)
 {
-    constexpr DWORD kFaults[] = {EXCEPTION_ACCESS_VIOLATION,      EXCEPTION_IN_PAGE_ERROR,
-                                 EXCEPTION_ILLEGAL_INSTRUCTION,   EXCEPTION_PRIV_INSTRUCTION,
-                                 EXCEPTION_INT_DIVIDE_BY_ZERO,    EXCEPTION_INT_OVERFLOW,
-                                 EXCEPTION_DATATYPE_MISALIGNMENT, EXCEPTION_STACK_OVERFLOW,
-                                 STATUS_HEAP_CORRUPTION,          GuardedHeap::kDamage};
+    constexpr DWORD kFaults[] = {EXCEPTION_ACCESS_VIOLATION,
+                                 EXCEPTION_IN_PAGE_ERROR,
+                                 EXCEPTION_ILLEGAL_INSTRUCTION,
+                                 EXCEPTION_PRIV_INSTRUCTION,
+                                 EXCEPTION_INT_DIVIDE_BY_ZERO,
+                                 EXCEPTION_INT_OVERFLOW,
+                                 EXCEPTION_DATATYPE_MISALIGNMENT,
+                                 STATUS_HEAP_CORRUPTION,
+                                 GuardedHeap::kDamage};
     return std::find(std::begin(kFaults), std::end(kFaults), code) != std::end(kFaults);
 }
 
@@ -30,8 +35,7 @@ bool IsFault(DWORD code)
 // code does it, or when it happens in our memory.
 bool IsOurs(const EXCEPTION_RECORD& fault)
 {
-    if (fault.ExceptionCode == EXCEPTION_STACK_OVERFLOW ||
-        fault.ExceptionCode == GuardedHeap::kDamage)
+    if (fault.ExceptionCode == GuardedHeap::kDamage)
         return true;
     GuardedHeap::Block block{};
     if (fault.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && fault.NumberParameters >= 2 &&
@@ -83,8 +87,40 @@ void Describe(const EXCEPTION_RECORD& fault)
     End();
 }
 
+// A thread that reports an overflow of another one's stack, on which there is no room for it.
+class OverflowReporter {
+public:
+    static OverflowReporter& Instance()
+    {
+        static auto* const reporter = new OverflowReporter;
+        return *reporter;
+    }
+
+    [[noreturn]] void Report(const EXCEPTION_POINTERS* exception)
+    {
+        m_exception = exception;
+        ::SetEvent(m_wanted.get());
+        for (;;)
+            ::Sleep(INFINITE);
+    }
+
+private:
+    OverflowReporter() : m_wanted(::CreateEventW(nullptr, TRUE, FALSE, nullptr))
+    {
+        std::thread([this] {
+            ::WaitForSingleObject(m_wanted.get(), INFINITE);
+            ReportFault(*m_exception);
+        }).detach();
+    }
+
+    Quillet::UniqueKernelHandle m_wanted;
+    const EXCEPTION_POINTERS* m_exception = nullptr;
+};
+
 LONG CALLBACK OnException(EXCEPTION_POINTERS* exception)
 {
+    if (exception->ExceptionRecord->ExceptionCode == EXCEPTION_STACK_OVERFLOW)
+        OverflowReporter::Instance().Report(exception);
     const auto& record = *exception->ExceptionRecord;
     if (IsFault(record.ExceptionCode) && IsOurs(record))
         ReportFault(*exception);
@@ -119,9 +155,7 @@ void OnTerminate()
 
 void InstallCrashReport()
 {
-    // Room to report an overflow of the stack.
-    ULONG stackForReport = 64 * 1024;
-    ::SetThreadStackGuarantee(&stackForReport);
+    OverflowReporter::Instance();
     ::AddVectoredExceptionHandler(1, &OnException);
     ::SetUnhandledExceptionFilter(&OnUnhandled);
     std::signal(SIGABRT, &OnAbort);

@@ -51,6 +51,7 @@ Placement g_placement = Placement::Aligned;
 std::atomic<std::int64_t> g_blocks{0};
 std::atomic<std::int64_t> g_bytes{0};
 std::atomic<std::uint64_t> g_allocations{0};
+std::atomic<std::uint64_t> g_unguarded{0};
 
 class Lock {
 public:
@@ -229,6 +230,7 @@ void* __cdecl Allocate(std::size_t size)
             }
         }
     }
+    ++g_unguarded;
     void* const block = g_malloc(size);
     if (block)
         Count(1, g_msize(block));
@@ -343,7 +345,7 @@ void Install(Placement placement)
 
 Counts Count()
 {
-    return {g_blocks, g_bytes, g_allocations};
+    return {g_blocks, g_bytes, g_allocations, g_unguarded};
 }
 
 bool FindBlock(std::uintptr_t address, Block& block)

@@ -31,6 +31,7 @@ struct Counts {
     std::int64_t blocks;
     std::int64_t bytes;
     std::uint64_t allocations; // since the beginning
+    std::uint64_t unguarded;   // of these: too large, or made while all guarded places were taken
 };
 Counts Count();
 

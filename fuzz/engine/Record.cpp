@@ -15,6 +15,18 @@ Record& Record::Instance()
     return *record;
 }
 
+namespace {
+
+// For those who have nothing but the output.
+void PrintBytes(ByteView bytes)
+{
+    for (const std::byte byte : bytes)
+        std::fprintf(stderr, "%02x", std::to_integer<unsigned>(byte));
+    std::fputc('\n', stderr);
+}
+
+} // namespace
+
 void Record::Report(const char* failure) const
 {
     std::fprintf(stderr, "%s in target %s, seed %llu, execution %llu, %llu bytes\n", failure,
@@ -32,6 +44,8 @@ void Record::Report(const char* failure) const
                                 &written, nullptr))
             std::fprintf(stderr, "saved as %ls\n", path.data());
     }
+    if (folder.empty() && execution != 0)
+        PrintBytes(input);
     std::fflush(stderr);
 }
 

@@ -12,14 +12,15 @@ namespace fuzz {
 struct Record {
     std::string target;
     std::uint64_t seed = 0;
-    std::wstring folder; // for failing inputs, with a trailing backslash; empty: not saved
+    std::wstring folder; // for failing inputs, with a trailing backslash; empty: none
 
     ByteView input;
     std::atomic<std::uint64_t> execution{0}; // the number of the running one, 0 between two
 
     static Record& Instance();
 
-    // Saves the input and prints what failed. Allocates nothing. Null when nothing runs.
+    // Prints what failed and saves the input, or prints it too without a folder. Allocates
+    // nothing.
     void Report(const char* failure) const;
 };
 

@@ -17,6 +17,8 @@ namespace fuzz {
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 constexpr std::size_t kLargestInput = 4 * 1024;
 constexpr std::size_t kLargestPool = 2000;
 constexpr std::uint64_t kRestEvery = 500;
@@ -54,8 +56,8 @@ public:
     Session(const Target& target, const SessionOptions& options)
         : m_target(target),
           m_options(options),
-          m_pool(target.seeds()),
-          m_mutator(options.seed, target.dictionary(), kLargestInput)
+          m_mutator(options.seed, target.dictionary(), kLargestInput),
+          m_watchdog(options.limits)
     {
         auto& record = Record::Instance();
         record.target = target.name;
@@ -65,6 +67,7 @@ public:
 
     SessionResult Run()
     {
+        m_pool = m_target.seeds();
         const auto seeds = m_pool;
         for (const auto& seed : seeds) {
             if (IsOver())
@@ -76,7 +79,14 @@ public:
         Rest();
         if (m_counted && m_failure.empty())
             m_failure = FindGrowth(m_before, CountHoldings());
-        return {m_executions, Seconds(), m_pool.size(), m_failure};
+        return Result();
+    }
+
+    SessionResult RunOnly(ByteView input)
+    {
+        RunNumbered(input);
+        LookForLeak(input);
+        return Result();
     }
 
 private:
@@ -85,26 +95,33 @@ private:
         return !m_failure.empty() || m_executions >= m_options.executions ||
                (m_options.longest > 0 && Seconds() > m_options.longest);
     }
-    double Seconds() const
+    double Seconds() const { return std::chrono::duration<double>(Clock::now() - m_start).count(); }
+
+    SessionResult Result() const
     {
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
+        return {.executions = m_executions,
+                .seconds = Seconds(),
+                .slowest = m_slowest.count(),
+                .pool = m_pool.size(),
+                .failure = m_failure};
     }
 
     void Execute(const Bytes& input)
     {
         const std::uint64_t news = RunNumbered(input);
+        const std::uint64_t number = m_executions; // looking for leaks adds some
         if (m_seen.insert(news).second)
             Keep(input);
-        if (m_executions % kRepeatEvery == 0)
+        if (number % kRepeatEvery == 0)
             LookForLeak(input);
-        if (m_executions % kRestEvery == 0)
+        if (number % kRestEvery == 0)
             Rest();
-        if (m_executions == std::min(kFirstCount, m_options.executions / 2)) {
+        if (!m_counted && number >= std::min(kFirstCount, m_options.executions / 2)) {
             Rest();
             m_before = CountHoldings();
             m_counted = true;
         }
-        if (m_options.progress && m_executions % kProgressEvery == 0) {
+        if (m_options.progress && number % kProgressEvery == 0) {
             std::printf("%llu executions, %.0f s, %llu inputs in the pool\n",
                         static_cast<unsigned long long>(m_executions), Seconds(),
                         static_cast<unsigned long long>(m_pool.size()));
@@ -113,7 +130,7 @@ private:
     }
 
     // How the run went, roughly: how much it allocated and what the toolkit complained about.
-    std::uint64_t RunNumbered(const Bytes& input)
+    std::uint64_t RunNumbered(ByteView input)
     {
         ++m_executions;
         ClearComplaint();
@@ -121,7 +138,9 @@ private:
         {
             const ByteView guarded = InputRegion().Place(input);
             const Running running(guarded, m_executions);
+            const auto start = Clock::now();
             Call(m_target, guarded);
+            m_slowest = std::max<std::chrono::duration<double>>(m_slowest, Clock::now() - start);
         }
         const auto allocations = GuardedHeap::Count().allocations - before;
         const auto magnitude = static_cast<unsigned>(std::bit_width(allocations));
@@ -144,7 +163,7 @@ private:
     }
 
     // What is left of a run at each repetition is lost. Caches are as full as they get by then.
-    void LookForLeak(const Bytes& input)
+    void LookForLeak(ByteView input)
     {
         constexpr int kRepetitions = 4;
         std::int64_t least = INT64_MAX;
@@ -173,7 +192,8 @@ private:
     Watchdog m_watchdog;
     std::unordered_set<std::uint64_t> m_seen;
     std::uint64_t m_executions = 0;
-    std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+    std::chrono::duration<double> m_slowest{0};
+    Clock::time_point m_start = Clock::now();
     Holdings m_before{};
     bool m_counted = false;
     std::string m_failure;
@@ -186,12 +206,9 @@ SessionResult RunSession(const Target& target, const SessionOptions& options)
     return Session(target, options).Run();
 }
 
-void RunOnce(const Target& target, ByteView input)
+SessionResult Replay(const Target& target, ByteView input, const SessionOptions& options)
 {
-    const ByteView guarded = InputRegion().Place(input);
-    Record::Instance().target = target.name;
-    const Running running(guarded, 1);
-    Call(target, guarded);
+    return Session(target, options).RunOnly(input);
 }
 
 } // namespace fuzz

@@ -2,6 +2,7 @@
 
 #include "fuzz/engine/Mutator.h"
 #include "fuzz/engine/Target.h"
+#include "fuzz/engine/Watchdog.h"
 
 #include <cstdint>
 #include <string>
@@ -12,6 +13,7 @@ struct SessionOptions {
     std::uint64_t executions = 1'000'000;
     std::uint64_t seed = 1;
     double longest = 0; // seconds; 0: no limit
+    WatchdogLimits limits{};
     std::wstring saveFolder{};
     bool progress = false;
 };
@@ -19,6 +21,7 @@ struct SessionOptions {
 struct SessionResult {
     std::uint64_t executions = 0;
     double seconds = 0;
+    double slowest = 0;    // execution, in seconds
     std::size_t pool = 0;  // inputs that showed something new
     std::string failure{}; // empty: none. A crash or a hang ends the process instead
 };
@@ -27,7 +30,7 @@ struct SessionResult {
 // something new.
 SessionResult RunSession(const Target& target, const SessionOptions& options);
 
-// Runs a target once, with the input right before an inaccessible page.
-void RunOnce(const Target& target, ByteView input);
+// Runs a target with one input, then a few times more to see whether anything is left of a run.
+SessionResult Replay(const Target& target, ByteView input, const SessionOptions& options = {});
 
 } // namespace fuzz

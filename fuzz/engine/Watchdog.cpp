@@ -10,9 +10,7 @@ namespace fuzz {
 
 namespace {
 
-constexpr DWORD kInterval = 50;                       // milliseconds
-constexpr ULONGLONG kLongestWork = 1'000 * 10'000ull; // in units of 100 nanoseconds
-constexpr ULONGLONG kLongestWait = 60'000;            // milliseconds
+constexpr DWORD kInterval = 50; // milliseconds
 
 HANDLE DuplicateOfThisThread()
 {
@@ -22,6 +20,7 @@ HANDLE DuplicateOfThisThread()
     return thread;
 }
 
+// In milliseconds.
 ULONGLONG WorkOf(HANDLE thread)
 {
     FILETIME created{}, ended{}, kernel{}, user{};
@@ -29,7 +28,8 @@ ULONGLONG WorkOf(HANDLE thread)
     const auto number = [](const FILETIME& time) {
         return static_cast<ULONGLONG>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
     };
-    return number(kernel) + number(user);
+    constexpr ULONGLONG kInAMillisecond = 10'000;
+    return (number(kernel) + number(user)) / kInAMillisecond;
 }
 
 bool IsInModule(DWORD64 address)
@@ -42,8 +42,9 @@ bool IsInModule(DWORD64 address)
 
 } // namespace
 
-Watchdog::Watchdog()
-    : m_watched(DuplicateOfThisThread()),
+Watchdog::Watchdog(const WatchdogLimits& limits)
+    : m_limits(limits),
+      m_watched(DuplicateOfThisThread()),
       m_end(::CreateEventW(nullptr, TRUE, FALSE, nullptr)),
       m_thread(&Watchdog::Watch, this)
 {
@@ -67,8 +68,8 @@ void Watchdog::Watch()
             watched = running;
             workBefore = WorkOf(m_watched.get());
             start = ::GetTickCount64();
-        } else if (WorkOf(m_watched.get()) - workBefore > kLongestWork ||
-                   ::GetTickCount64() - start > kLongestWait) {
+        } else if (WorkOf(m_watched.get()) - workBefore > m_limits.work ||
+                   ::GetTickCount64() - start > m_limits.wait) {
             ReportHang();
         }
     }

@@ -9,11 +9,17 @@ namespace fuzz {
 // The exit code of a process that found a hang.
 constexpr unsigned kHangExitCode = 98;
 
-// Ends the process, with the running input saved, when one execution takes longer than a second of
-// the thread's own time, or much longer of any: other programs may keep the thread from running.
+// How long one execution may take, in milliseconds: of the thread's own time, and, much longer, of
+// any, because other programs may keep the thread from running.
+struct WatchdogLimits {
+    unsigned work = 1'000;
+    unsigned wait = 60'000;
+};
+
+// Ends the process, with the running input saved, when an execution exceeds a limit.
 class Watchdog {
 public:
-    Watchdog(); // watches the calling thread
+    explicit Watchdog(const WatchdogLimits& limits); // watches the calling thread
     ~Watchdog();
     Watchdog(const Watchdog&) = delete;
     Watchdog& operator=(const Watchdog&) = delete;
@@ -23,6 +29,7 @@ private:
     CONTEXT StopWhereItCanBeSeen() const;
     [[noreturn]] void ReportHang();
 
+    WatchdogLimits m_limits;
     Quillet::UniqueKernelHandle m_watched;
     Quillet::UniqueKernelHandle m_end;
     std::thread m_thread;

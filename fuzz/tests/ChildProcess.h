@@ -9,6 +9,9 @@ struct ChildResult {
     std::string output;
 };
 
+// The argument for a child whose heap puts the last byte of a block right before its page.
+constexpr char kExact[] = "exact";
+
 // Runs one test of this program, also a disabled one, in a process of its own.
 ChildResult RunTestInChild(const std::string& test, const std::string& argument = {});
 

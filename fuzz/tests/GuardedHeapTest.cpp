@@ -47,6 +47,15 @@ TEST(GuardedHeapTest, CoversTheProgramTheToolkitAndTheSharedRuntime)
     EXPECT_EQ(BlockOf(control.get()).size, sizeof(DuiLib::CButtonUI));
 }
 
+TEST(GuardedHeapTest, CountsWhatItCannotGuard)
+{
+    const auto before = GuardedHeap::Count();
+    const auto small = std::make_unique<char[]>(1000);
+    EXPECT_EQ(GuardedHeap::Count().unguarded, before.unguarded);
+    const auto huge = std::make_unique<char[]>(100'000'000);
+    EXPECT_EQ(GuardedHeap::Count().unguarded, before.unguarded + 1);
+}
+
 TEST(GuardedHeapTest, CountsBlocksAndBytesThatLive)
 {
     const auto before = GuardedHeap::Count();
@@ -130,7 +139,9 @@ TEST_F(DISABLED_WrongUse, UsesFreedBlocks)
 }
 
 struct WrongUse {
+    const char* name;
     const char* test;
+    const char* argument;
     const char* message;
 };
 
@@ -138,20 +149,26 @@ class WrongUseTest : public testing::TestWithParam<WrongUse> {};
 
 TEST_P(WrongUseTest, EndsTheProcess)
 {
-    const auto result = RunTestInChild(std::string("DISABLED_WrongUse.") + GetParam().test);
+    const auto result =
+        RunTestInChild(std::string("DISABLED_WrongUse.") + GetParam().test, GetParam().argument);
     EXPECT_EQ(result.exitCode, kCrashExitCode) << result.output;
     EXPECT_NE(result.output.find(GetParam().message), std::string::npos) << result.output;
 }
 
 INSTANTIATE_TEST_SUITE_P(
     AllWays, WrongUseTest,
-    testing::Values(
-        WrongUse{"WritesOneByteBehindABlock", ", 64 bytes into a block of 64"},
-        WrongUse{"LetsTheToolkitReadATextWithoutAnEnd", ", 16 bytes into a block of 16"},
-        WrongUse{"LetsTheToolkitWriteBehindABuffer", ", 16 bytes into a block of 16"},
-        WrongUse{"WritesBetweenTheBlockAndItsPage", "written behind the end: block of 61 bytes"},
-        WrongUse{"FreesTwice", "freed twice"},
-        WrongUse{"UsesFreedBlocks", "into a freed block of 4"}),
-    [](const auto& test) { return test.param.test; });
+    testing::Values(WrongUse{"Write", "WritesOneByteBehindABlock", "",
+                             ", 64 bytes into a block of 64"},
+                    WrongUse{"ToolkitsRead", "LetsTheToolkitReadATextWithoutAnEnd", "",
+                             ", 16 bytes into a block of 16"},
+                    WrongUse{"ToolkitsWrite", "LetsTheToolkitWriteBehindABuffer", "",
+                             ", 16 bytes into a block of 16"},
+                    WrongUse{"WriteBesideThePage", "WritesBetweenTheBlockAndItsPage", "",
+                             "written behind the end: block of 61 bytes"},
+                    WrongUse{"WriteBehindAnExactBlock", "WritesBetweenTheBlockAndItsPage", kExact,
+                             ", 61 bytes into a block of 61"},
+                    WrongUse{"SecondFree", "FreesTwice", "", "freed twice"},
+                    WrongUse{"UseOfAFreedBlock", "UsesFreedBlocks", "", "into a freed block of 4"}),
+    [](const auto& test) { return test.param.name; });
 
 } // namespace

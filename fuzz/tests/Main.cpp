@@ -1,5 +1,6 @@
 #include "fuzz/engine/CrashReport.h"
 #include "fuzz/engine/GuardedHeap.h"
+#include "fuzz/tests/ChildProcess.h"
 
 #include <UIlib.h>
 
@@ -8,7 +9,9 @@
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    fuzz::GuardedHeap::Install(fuzz::GuardedHeap::Placement::Aligned);
+    using fuzz::GuardedHeap::Placement;
+    fuzz::GuardedHeap::Install(fuzz::ChildArgument() == fuzz::kExact ? Placement::Exact
+                                                                     : Placement::Aligned);
     fuzz::InstallCrashReport();
     DuiLib::CPaintManagerUI::SetInstance(::GetModuleHandleW(nullptr));
     return RUN_ALL_TESTS();

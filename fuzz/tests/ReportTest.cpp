@@ -5,7 +5,7 @@
 #include "fuzz/engine/Watchdog.h"
 #include "fuzz/tests/ChildProcess.h"
 #include "support/TempFolder.h"
-#include "win32/Windows.h"
+#include "win32/Handles.h"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +15,13 @@ using namespace fuzz;
 
 std::vector<void*> g_kept;
 unsigned g_sum = 0;
+
+void FreeKept()
+{
+    for (void* const block : g_kept)
+        std::free(block);
+    g_kept.clear();
+}
 
 Target TargetThat(void (*run)(ByteView))
 {
@@ -54,14 +61,71 @@ TEST_F(DISABLED_Failing, Throws)
     RunSession(target, OptionsOfChild());
 }
 
-TEST_F(DISABLED_Failing, Hangs)
+// The sum is used after the call, so that no compiler turns it into a loop.
+std::size_t Nest(std::size_t levels)
+{
+    volatile char room[256] = {};
+    return levels == 0 ? 0 : Nest(levels - 1) + static_cast<std::size_t>(room[levels % 256]) + 1;
+}
+
+TEST_F(DISABLED_Failing, OverflowsTheStack)
 {
     const auto target = TargetThat([](ByteView input) {
-        volatile bool hangs = input.size() == 9;
-        while (hangs) {
-        }
+        if (input.size() == 9)
+            g_sum += static_cast<unsigned>(Nest(100'000'000));
     });
     RunSession(target, OptionsOfChild());
+}
+
+void Hang(ByteView input)
+{
+    volatile bool hangs = input.size() == 9;
+    while (hangs) {
+    }
+}
+
+TEST_F(DISABLED_Failing, Hangs)
+{
+    RunSession(TargetThat(&Hang), OptionsOfChild());
+}
+
+// Something that never comes, such as the end of a dialogue that waits for a user.
+TEST_F(DISABLED_Failing, Waits)
+{
+    const auto target = TargetThat([](ByteView input) {
+        const Quillet::UniqueKernelHandle never(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
+        if (input.size() == 9)
+            ::WaitForSingleObject(never.get(), INFINITE);
+    });
+    auto options = OptionsOfChild();
+    options.limits.wait = 300;
+    RunSession(target, options);
+}
+
+TEST_F(DISABLED_Failing, HangsWhenReplayed)
+{
+    Replay(TargetThat(&Hang), AsBytes("nine byte"), OptionsOfChild());
+}
+
+TEST_F(DISABLED_Failing, ReadsOneByteBehindItsInputWhenReplayed)
+{
+    const auto target = TargetThat([](ByteView input) {
+        volatile std::byte read = input.data()[input.size()];
+        g_sum += std::to_integer<unsigned>(read);
+    });
+    Replay(target, AsBytes("nine byte"), OptionsOfChild());
+}
+
+TEST_F(DISABLED_Failing, ThrowsWithoutAFolder)
+{
+    Replay(TargetThat([](ByteView) { throw 1; }), AsBytes("nine byte"));
+}
+
+TEST(RecordTest, WithoutAFolderTheInputIsPrinted)
+{
+    const auto result = RunTestInChild("DISABLED_Failing.ThrowsWithoutAFolder");
+    EXPECT_EQ(result.exitCode, kCrashExitCode);
+    EXPECT_NE(result.output.find("6e696e652062797465"), std::string::npos) << result.output;
 }
 
 struct Failure {
@@ -88,7 +152,12 @@ INSTANTIATE_TEST_SUITE_P(
     AllSorts, FailureTest,
     testing::Values(Failure{"ReadsOneByteBehindItsInput", kCrashExitCode, "crash in target wrong"},
                     Failure{"Throws", kCrashExitCode, "uncaught exception in target wrong"},
-                    Failure{"Hangs", kHangExitCode, "hang in target wrong"}),
+                    Failure{"OverflowsTheStack", kCrashExitCode, "CRASH c00000fd"},
+                    Failure{"Hangs", kHangExitCode, "hang in target wrong"},
+                    Failure{"Waits", kHangExitCode, "hang in target wrong"},
+                    Failure{"HangsWhenReplayed", kHangExitCode, "hang in target wrong"},
+                    Failure{"ReadsOneByteBehindItsInputWhenReplayed", kCrashExitCode,
+                            "crash in target wrong"}),
     [](const auto& test) { return test.param.test; });
 
 TEST(SessionTest, FindsALeakOfEveryRunAndSavesTheInput)
@@ -100,15 +169,72 @@ TEST(SessionTest, FindsALeakOfEveryRunAndSavesTheInput)
     EXPECT_EQ(result.failure, "1 blocks are left of every run");
     EXPECT_LT(result.executions, 1000u);
     EXPECT_EQ(ReadFolder(folder.Path()).size(), 1u);
-    for (void* const block : g_kept)
-        std::free(block);
+    FreeKept();
 }
 
-TEST(SessionTest, FindsGrowthOfSystemObjects)
+TEST(SessionTest, FindsALeakOfAReplayedInput)
 {
-    const auto target = TargetThat([](ByteView) { ::CreateSolidBrush(0); });
-    const auto result = RunSession(target, {.executions = 100, .seed = 1});
-    EXPECT_NE(result.failure.find("GDI objects grew from"), std::string::npos) << result.failure;
+    const auto target = TargetThat([](ByteView) { g_kept.push_back(std::malloc(10)); });
+    EXPECT_EQ(Replay(target, AsBytes("input")).failure, "1 blocks are left of every run");
+    FreeKept();
+}
+
+struct Growing {
+    const char* what;
+    void (*run)(ByteView);
+};
+
+class GrowingTest : public testing::TestWithParam<Growing> {};
+
+TEST_P(GrowingTest, IsFoundWhenTheSessionEnds)
+{
+    const auto result = RunSession(TargetThat(GetParam().run), {.executions = 2000, .seed = 1});
+    EXPECT_NE(result.failure.find(GetParam().what + std::string(" grew from")), std::string::npos)
+        << result.failure;
+}
+
+// None of them leaves a block behind at each run.
+INSTANTIATE_TEST_SUITE_P(
+    AllSorts, GrowingTest,
+    testing::Values(Growing{"GDI objects", [](ByteView) { ::CreateSolidBrush(0); }},
+                    Growing{"windows",
+                            [](ByteView) {
+                                static int turn = 0;
+                                if (++turn % 100 == 0)
+                                    ::CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 9, 9,
+                                                      nullptr, nullptr, nullptr, nullptr);
+                            }},
+                    Growing{"blocks",
+                            [](ByteView) {
+                                static int turn = 0;
+                                static auto* const blocks = new std::vector<void*>(20'000);
+                                if (++turn % 4 != 0)
+                                    blocks->at(static_cast<std::size_t>(turn)) = std::malloc(1);
+                            }},
+                    Growing{"bytes",
+                            [](ByteView) {
+                                static void* block = nullptr;
+                                static std::size_t size = 0;
+                                block = std::realloc(block, size += 512);
+                            }},
+                    Growing{"bytes of the system",
+                            [](ByteView) { ::HeapAlloc(::GetProcessHeap(), 0, 32 * 1024); }}),
+    [](const auto& test) {
+        std::string name = test.param.what;
+        std::erase(name, ' ');
+        return name;
+    });
+
+TEST(SessionTest, SlowButWithinTheLimitIsNoFinding)
+{
+    const auto target = TargetThat([](ByteView input) {
+        const ULONGLONG start = ::GetTickCount64();
+        while (input.size() == 4 && ::GetTickCount64() - start < 300) {
+        }
+    });
+    const auto result = Replay(target, AsBytes("slow"));
+    EXPECT_EQ(result.failure, "");
+    EXPECT_GE(result.slowest, 0.2);
 }
 
 TEST(SessionTest, FindsNothingInWhatFreesAll)
