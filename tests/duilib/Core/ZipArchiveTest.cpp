@@ -1,5 +1,6 @@
 #include "ZipWriter.h"
 
+#include "support/ImportHook.h"
 #include "support/TempFolder.h"
 
 #include <UIlib.h>
@@ -49,6 +50,14 @@ std::string OneFile(ZipWriter::Item item)
     ZipWriter zip;
     zip.Add(std::move(item));
     return zip.Finish();
+}
+
+// Lets another thread run at the worst moment: between finding a place in a file and reading there.
+BOOL WINAPI SeekAndYield(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER position, DWORD from)
+{
+    const BOOL done = ::SetFilePointerEx(file, distance, position, from);
+    ::SwitchToThread();
+    return done;
 }
 
 // Leaves no archive in use, so that files can be removed.
@@ -254,6 +263,8 @@ TEST_F(ZipArchiveTest, ThreadsMayReadOneArchiveTogether)
     folder.Write(L"skin.zip", zip.Finish());
     CPaintManagerUI::SetResourcePath(folder.Path().c_str());
     CPaintManagerUI::SetResourceZip(L"skin.zip", true);
+    const test::ImportHook seeks(L"DuiLib.dll", "kernel32.dll", "SetFilePointerEx", &SeekAndYield);
+    ASSERT_TRUE(seeks);
 
     std::atomic<int> right = 0;
     {
