@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <type_traits>
 
 using namespace DuiLib;
 using test::AddColumns;
@@ -416,6 +417,20 @@ TYPED_TEST(ListRowTest, TheRowsOwnColourIsBelowThoseOfStates)
     const Picture picture = this->host.Paint();
     EXPECT_EQ(picture.At(50, 10), kGray);
     EXPECT_EQ(picture.At(50, 30), kYellow);
+}
+
+// Rows of text draw the look of the list instead of what controls draw; containers draw both.
+TYPED_TEST(ListRowTest, OnlyARowThatIsAContainerDrawsLikeOtherControls)
+{
+    AddColumns(this->host.Manager(), L"fore", {kBlue});
+    this->second.ApplyAttributeList(
+        L"forecolor=\"#FFFF0000\" bordercolor=\"#FF00FF00\" "
+        L"bordersize=\"2\" foreimage=\"file='fore' dest='40,5,50,15'\"");
+    const Picture picture = this->host.Paint();
+    const bool isContainer = std::is_base_of_v<CContainerUI, TypeParam>;
+    EXPECT_EQ(picture.Count(kRed) > 0, isContainer);
+    EXPECT_EQ(picture.Count(kGreen) > 0, isContainer);
+    EXPECT_EQ(picture.Count(kBlue) > 0, isContainer);
 }
 
 TYPED_TEST(ListRowTest, AnAlternatingBackgroundLeavesEverySecondRowOut)
