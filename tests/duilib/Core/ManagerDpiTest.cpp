@@ -125,6 +125,11 @@ TEST_F(ManagerDpiTest, IsSafeWithoutAWindow)
     loose.SetDPI(144);
     EXPECT_EQ(loose.GetDPIObj()->GetScale(), 150u);
     EXPECT_EQ(CellHeight(loose.GetFont(1)), 30);
+
+    // A message to no window would be one to the thread.
+    MSG message{};
+    EXPECT_FALSE(::PeekMessageW(&message, reinterpret_cast<HWND>(-1), UIMSG_SET_DPI, UIMSG_SET_DPI,
+                                PM_REMOVE));
 }
 
 TEST_F(ManagerDpiTest, SetAllDpiReachesEveryWindow)

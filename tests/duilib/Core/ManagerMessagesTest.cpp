@@ -323,6 +323,15 @@ TEST_F(ManagerMessagesTest, ExtraReceiversGetTheNextMouseLeave)
     EXPECT_EQ(right.Count(UIEVENT_MOUSELEAVE), 1);
 }
 
+TEST_F(ManagerMessagesTest, TheHoveredControlGetsOneMouseLeaveAlsoWhenItAskedForOne)
+{
+    host.MoveMouse(10, 10);
+    manager.AddMouseLeaveNeeded(&left);
+    host.MoveMouse(60, 10);
+    EXPECT_EQ(left.Count(UIEVENT_MOUSELEAVE), 1);
+    EXPECT_FALSE(manager.RemoveMouseLeaveNeeded(&left));
+}
+
 TEST_F(ManagerMessagesTest, ADeadControlLeavesNoMouseLeaveEntry)
 {
     auto loose = std::make_unique<Probe>();
