@@ -226,6 +226,8 @@ INSTANTIATE_TEST_SUITE_P(
                     FontTag{"UnknownTagInside", L"a <b>wo<z>rd</b> b", kBold},
                     // Each closing tag undoes its own opening tag, and no other.
                     FontTag{"CrossedTags", L"a <b><c #000000>wo</b></c><b>rd</b> b", kBold},
+                    FontTag{"ColourInsideBold", L"a <b>w<c #000000>o</c>rd</b> b", kBold},
+                    FontTag{"ShiftInsideBold", L"a <b>wo<x 0></x>rd</b> b", kBold},
                     FontTag{"CloseOfAnotherTag", L"a <b>wo</f>rd</b> b", kBold},
                     FontTag{"CloseOfColour", L"a <c #000000><b>word</b></c> b", kBold},
                     FontTag{"InnerBoldClosedFirst", L"a <b><b>wo</b>rd</b> b", kBold}),
