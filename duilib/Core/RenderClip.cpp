@@ -1,5 +1,6 @@
 #include "Core/UIRender.h"
 
+#include "Core/NearPart.h"
 #include "win32/Handles.h"
 #include "win32/PerThread.h"
 
@@ -124,7 +125,7 @@ void Narrow(HDC dc, HRGN region, CRenderClip& clip)
 // Makes the region the rounded rectangle.
 void SetShape(HRGN region, const RECT& rect, SIZE corner)
 {
-    const bool isRound = corner.cx > 1 && corner.cy > 1;
+    const bool isRound = corner.cx > 1 && corner.cy > 1 && !::IsRectEmpty(&rect);
     if (!isRound) {
         ::SetRectRgn(region, rect.left, rect.top, rect.right, rect.bottom);
         return;
@@ -182,11 +183,13 @@ void CRenderClip::GenerateRoundClip(HDC dc, RECT paint, RECT item, int width, in
     clip.hDC = dc;
     clip.rcItem = item;
 
-    width = std::max(width, 0);
-    height = std::max(height, 0);
+    width = std::clamp<int>(width, 0, kOutOfSight);
+    height = std::clamp<int>(height, 0, kOutOfSight);
     RECT drawable{};
-    if (::GetClipBox(dc, &drawable) == ERROR ||
-        (IsInside(drawable, paint) && IsInsideRound(drawable, item, width, height)))
+    if (::GetClipBox(dc, &drawable) == ERROR)
+        return;
+    item = NearPart(item, drawable);
+    if (IsInside(drawable, paint) && IsInsideRound(drawable, item, width, height))
         return;
 
     const RECT devicePaint = InDevicePixels(dc, paint);

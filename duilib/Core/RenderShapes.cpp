@@ -1,6 +1,7 @@
 #include "Core/UIRender.h"
 
 #include "Core/DrawingColor.h"
+#include "Core/NearPart.h"
 #include "win32/Handles.h"
 #include "win32/PerThread.h"
 
@@ -373,10 +374,16 @@ void CRenderEngine::DrawRoundRect(HDC dc, const RECT& rect, int size, int width,
 {
     if (!IsDrawable(size, style) || AlphaOf(color) == 0 || ::IsRectEmpty(&rect))
         return;
-    const Gdiplus::Rect outline(rect.left, rect.top, rect.right - rect.left - 1,
-                                rect.bottom - rect.top - 1);
+    RECT visible{};
+    ::GetClipBox(dc, &visible);
+    const RECT part = NearPart(rect, visible);
+    if (::IsRectEmpty(&part))
+        return;
+    const Gdiplus::Rect outline(part.left, part.top, part.right - part.left - 1,
+                                part.bottom - part.top - 1);
+    const int diameter = std::min({width, outline.Width, outline.Height, int{kOutOfSight}});
     Gdiplus::GraphicsPath path;
-    AddRoundRect(path, outline, std::min({width, outline.Width, outline.Height}));
+    AddRoundRect(path, outline, diameter);
 
     Gdiplus::Graphics graphics(dc);
     graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);

@@ -262,6 +262,41 @@ TEST_F(RenderClipTest, RoundClipOfDifferentCornersIsRoundedAsWideAndHighAsAsked)
     EXPECT_EQ(picture.At(20, 0), kRed);
 }
 
+TEST_F(RenderClipTest, RoundClipOfAHugeItemIsCutWhereItIsNear)
+{
+    constexpr int kHuge = 80'000'000;
+    {
+        CRenderClip clip;
+        CRenderClip::GenerateRoundClip(canvas.Dc(), {0, 0, 40, 30}, {5, 5, kHuge, kHuge}, 8, 8,
+                                       clip);
+        EXPECT_EQ(clip.rcItem.right, kHuge);
+        FillAll();
+    }
+    const Picture picture = canvas.Take();
+    EXPECT_EQ(picture.At(5, 5), kWhite); // the corner
+    EXPECT_EQ(picture.At(4, 20), kWhite);
+    EXPECT_EQ(picture.At(5, 20), kRed);
+    EXPECT_EQ(picture.At(39, 29), kRed);
+}
+
+TEST_F(RenderClipTest, RoundClipWithHugeCornersEndsInTime)
+{
+    constexpr int kHuge = 80'000'000;
+    CRenderClip clip;
+    CRenderClip::GenerateRoundClip(canvas.Dc(), {0, 0, 40, 30}, {-kHuge, -kHuge, 20, kHuge}, kHuge,
+                                   kHuge, clip);
+    EXPECT_EQ(ClipBox().right, 20);
+}
+
+TEST_F(RenderClipTest, RoundClipOfAFarItemIsEmpty)
+{
+    CRenderClip clip;
+    CRenderClip::GenerateRoundClip(canvas.Dc(), {0, 0, 40, 30}, {80'000'000, 0, 90'000'000, 30}, 8,
+                                   8, clip);
+    FillAll();
+    EXPECT_EQ(canvas.Take().Count(kWhite), 40 * 30);
+}
+
 TEST_F(RenderClipTest, RoundClipWithoutCornersIsTheRectangle)
 {
     CRenderClip clip;

@@ -398,6 +398,28 @@ TEST_F(DrawRoundRectTest, WithoutCornersItIsARectangle)
     EXPECT_EQ(picture.At(20, 15), kWhite);
 }
 
+TEST_F(DrawRoundRectTest, AHugeRectangleShowsTheSidesThatAreNear)
+{
+    constexpr LONG kHuge = 80'000'000;
+    CRenderEngine::DrawRoundRect(dc, {5, 5, kHuge, 25}, 1, 20, 20, kRed.value);
+    const Picture wide = canvas.Take();
+    EXPECT_EQ(wide.At(5, 15), kRed);
+    EXPECT_EQ(wide.At(5, 5), kWhite); // the corner
+    EXPECT_EQ(wide.At(39, 5), kRed);
+    EXPECT_EQ(wide.At(39, 24), kRed);
+
+    Canvas other(40, 30);
+    CRenderEngine::DrawRoundRect(other.Dc(), {-kHuge, -kHuge, 20, kHuge}, 1, kHuge, kHuge,
+                                 kRed.value);
+    EXPECT_EQ(other.Take().At(19, 15), kRed);
+}
+
+TEST_F(DrawRoundRectTest, NothingIsDrawnFarAway)
+{
+    CRenderEngine::DrawRoundRect(dc, {80'000'000, 5, 90'000'000, 25}, 1, 8, 8, kRed.value);
+    EXPECT_EQ(canvas.Take().Count(kWhite), 40 * 30);
+}
+
 TEST_F(DrawRoundRectTest, NoWidthNoAlphaAndNullPenDrawNothing)
 {
     CRenderEngine::DrawRoundRect(dc, {5, 5, 35, 25}, 0, 8, 8, kRed.value);
