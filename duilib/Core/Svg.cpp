@@ -7,10 +7,10 @@
 #include <optional>
 #include <vector>
 
+#include "Core/SvgFill.h"
 #include "Core/SvgGeometry.h"
 #include "Core/SvgMarkup.h"
 #include "Core/SvgStyle.h"
-#include "win32/GdiPlus.h"
 
 namespace DuiLib {
 
@@ -25,23 +25,19 @@ constexpr double kTolerance = 0.25; // of curves, in samples
 
 constexpr std::size_t kLargestFile = 4 * 1024 * 1024;
 constexpr double kLargestSide = 8192;         // pixels
-constexpr Gdiplus::REAL kFarRows = 1024;      // samples outside the picture
-constexpr double kFarthestCoordinate = 4.0e6; // samples; GDI+ computes in fixed point
-
-// An area in one colour, in samples.
-struct Shape {
-    std::vector<std::vector<Gdiplus::PointF>> polygons;
-    bool evenOdd = false;
-    Gdiplus::Color colour;
-    Gdiplus::REAL top = 0;
-    Gdiplus::REAL bottom = 0;
-};
+constexpr double kFarthestCoordinate = 4.0e6; // samples
 
 struct Drawing {
     int width = 0; // pixels
     int height = 0;
-    std::vector<Shape> shapes;
+    std::vector<Shape> shapes; // in samples
 };
+
+// A matrix can take a point anywhere, or nowhere.
+double Bounded(double value)
+{
+    return std::isfinite(value) ? std::clamp(value, -kFarthestCoordinate, kFarthestCoordinate) : 0;
+}
 
 enum class Kind { Group, Shape, StyleSheet, Skipped, Unknown };
 
@@ -286,11 +282,12 @@ private:
         const auto contours = Flatten(name, tolerance);
         const bool area = name != L"line";
         if (style.fill && area)
-            AddShape(contours, element.matrix, style.evenOdd, *style.fill,
+            AddShape(contours, element.matrix,
+                     style.evenOdd ? FillRule::EvenOdd : FillRule::NonZero, *style.fill,
                      style.opacity * style.fillOpacity);
         if (style.stroke && style.pen.width > 0)
-            AddShape(Outline(contours, style.pen, tolerance), element.matrix, false, *style.stroke,
-                     style.opacity * style.strokeOpacity);
+            AddShape(Outline(contours, style.pen, tolerance), element.matrix, FillRule::NonZero,
+                     *style.stroke, style.opacity * style.strokeOpacity);
     }
 
     Contours Flatten(std::wstring_view name, double tolerance) const
@@ -319,15 +316,15 @@ private:
         return FlattenEllipse(point(L"cx", L"cy"), point(L"rx", L"ry"), tolerance);
     }
 
-    void AddShape(const Contours& contours, const Matrix& matrix, bool evenOdd, Rgb colour,
+    void AddShape(const Contours& contours, const Matrix& matrix, FillRule rule, Rgb colour,
                   double opacity)
     {
         const auto alpha = static_cast<BYTE>(std::lround(opacity * 255));
         Shape shape{.polygons = {},
-                    .evenOdd = evenOdd,
-                    .colour = Gdiplus::Color(static_cast<DWORD>(alpha) << 24 | colour),
-                    .top = static_cast<Gdiplus::REAL>(kFarthestCoordinate),
-                    .bottom = static_cast<Gdiplus::REAL>(-kFarthestCoordinate)};
+                    .rule = rule,
+                    .colour = static_cast<DWORD>(alpha) << 24 | colour,
+                    .top = kFarthestCoordinate,
+                    .bottom = -kFarthestCoordinate};
         for (const auto& contour : contours) {
             m_points += contour.points.size();
             if (m_points > kMostPoints)
@@ -338,13 +335,9 @@ private:
             polygon.reserve(contour.points.size());
             for (const auto& point : contour.points) {
                 const auto placed = matrix.Apply(point);
-                const auto bounded = [](double value) {
-                    return static_cast<Gdiplus::REAL>(
-                        std::clamp(value, -kFarthestCoordinate, kFarthestCoordinate));
-                };
-                polygon.emplace_back(bounded(placed.x), bounded(placed.y));
-                shape.top = std::min(shape.top, polygon.back().Y);
-                shape.bottom = std::max(shape.bottom, polygon.back().Y);
+                polygon.push_back({Bounded(placed.x), Bounded(placed.y)});
+                shape.top = std::min(shape.top, polygon.back().y);
+                shape.bottom = std::max(shape.bottom, polygon.back().y);
             }
         }
         if (alpha != 0 && !shape.polygons.empty())
@@ -362,31 +355,6 @@ private:
     std::wstring m_failure;
 };
 
-using Polygon = std::vector<Gdiplus::PointF>;
-
-enum class Side { Above, Below };
-
-// The part of a polygon on one side of a row.
-Polygon Cut(const Polygon& polygon, Gdiplus::REAL row, Side side)
-{
-    const auto isKept = [row, side](const Gdiplus::PointF& point) {
-        return side == Side::Above ? point.Y <= row : point.Y >= row;
-    };
-    Polygon kept;
-    for (std::size_t index = 0; index < polygon.size(); index++) {
-        const auto& from = polygon[index];
-        const auto& to = polygon[(index + 1) % polygon.size()];
-        if (isKept(from))
-            kept.push_back(from);
-        if (isKept(from) != isKept(to)) {
-            const double part = (double{row} - from.Y) / (double{to.Y} - from.Y);
-            const double x = from.X + part * (double{to.X} - from.X);
-            kept.emplace_back(static_cast<Gdiplus::REAL>(x), row);
-        }
-    }
-    return kept;
-}
-
 // Some rows of the picture, sampled.
 class Band {
 public:
@@ -395,24 +363,16 @@ public:
     {
     }
 
-    bool Draw(const std::vector<Shape>& shapes, int firstRow)
+    void Draw(const std::vector<Shape>& shapes, int firstRow)
     {
         std::ranges::fill(m_samples, 0);
-        Gdiplus::Bitmap canvas(m_width * kSamples, m_rows * kSamples, m_width * kSamples * 4,
-                               PixelFormat32bppPARGB, reinterpret_cast<BYTE*>(m_samples.data()));
-        Gdiplus::Graphics graphics(&canvas);
-        graphics.SetSmoothingMode(Gdiplus::SmoothingModeNone);
-        graphics.SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
-
-        const auto top = static_cast<Gdiplus::REAL>(firstRow * kSamples);
-        const auto bottom = static_cast<Gdiplus::REAL>((firstRow + m_rows) * kSamples);
-        bool drawn = graphics.GetLastStatus() == Gdiplus::Ok;
+        ShapeFiller filler(m_samples, m_width * kSamples);
+        const int top = firstRow * kSamples;
+        const int bottom = (firstRow + m_rows) * kSamples;
         for (const auto& shape : shapes) {
             if (shape.bottom > top && shape.top < bottom)
-                drawn = drawn && Fill(graphics, shape, top, bottom - top);
+                filler.Fill(shape, top);
         }
-        graphics.Flush(Gdiplus::FlushIntentionSync);
-        return drawn;
     }
 
     // The mean of each pixel's samples, which are multiplied by their alpha.
@@ -440,47 +400,22 @@ public:
     }
 
 private:
-    // GDI+ may work through every row of a shape, seen or not, so far ones are cut off.
-    static bool Fill(Gdiplus::Graphics& graphics, const Shape& shape, Gdiplus::REAL top,
-                     Gdiplus::REAL height)
-    {
-        const bool reachesFar =
-            shape.top < top - kFarRows || shape.bottom > top + height + kFarRows;
-        Gdiplus::GraphicsPath path(shape.evenOdd ? Gdiplus::FillModeAlternate
-                                                 : Gdiplus::FillModeWinding);
-        Polygon moved;
-        for (const auto& polygon : shape.polygons) {
-            moved = polygon;
-            for (auto& point : moved)
-                point.Y -= top;
-            if (reachesFar)
-                moved = Cut(Cut(moved, -kFarRows, Side::Below), height + kFarRows, Side::Above);
-            if (moved.size() < 3)
-                continue;
-            path.AddPolygon(moved.data(), static_cast<INT>(moved.size()));
-        }
-        const Gdiplus::SolidBrush brush(shape.colour);
-        return graphics.FillPath(&brush, &path) == Gdiplus::Ok;
-    }
-
     int m_width;
     int m_rows;
     std::vector<DWORD> m_samples;
 };
 
-bool Render(const Drawing& drawing, const DecodedPicture& picture)
+void Render(const Drawing& drawing, const DecodedPicture& picture)
 {
     const int rowSamples = picture.width * kSamples * kSamples;
     const int rows = std::clamp(kBandSamples / rowSamples, 1, picture.height);
     Band band(picture.width, rows);
     auto* pixels = reinterpret_cast<DWORD*>(picture.bits);
     for (int row = 0; row < picture.height; row += rows) {
-        if (!band.Draw(drawing.shapes, row))
-            return false;
+        band.Draw(drawing.shapes, row);
         band.Average(pixels + std::size_t{1} * row * picture.width,
                      std::min(rows, picture.height - row));
     }
-    return true;
 }
 
 } // namespace
@@ -501,10 +436,9 @@ DecodedPicture DrawSvg(std::span<const BYTE> data, int scale, std::wstring& fail
         return {};
 
     auto picture = CreatePicture(drawing->width, drawing->height, failure);
-    if (picture.bitmap != nullptr && !Render(*drawing, picture)) {
-        failure = L"GDI+ cannot draw the drawing";
+    if (picture.bitmap == nullptr)
         return {};
-    }
+    Render(*drawing, picture);
     picture.scalable = true;
     return picture;
 }
