@@ -108,16 +108,15 @@ bool IsIdeograph(wchar_t c)
            IsWithin(c, 0xAC00, 0xD7A3) || IsWithin(c, 0xF900, 0xFAFF);
 }
 
-// Belongs to the character before it.
-bool IsContinuation(wchar_t c)
+// Belongs to the character before it, whichever that is.
+bool IsMark(wchar_t c)
 {
-    return IsWithin(c, 0xDC00, 0xDFFF) || IsWithin(c, 0x0300, 0x036F) ||
-           IsWithin(c, 0xFE00, 0xFE0F) || IsWithin(c, 0x200D, 0x200D);
+    return IsWithin(c, 0x0300, 0x036F) || IsWithin(c, 0xFE00, 0xFE0F) || c == 0x200D;
 }
 
 bool IsLetter(wchar_t c)
 {
-    return ::IsCharAlphaNumericW(c) || IsWithin(c, 0xD800, 0xDFFF) || IsContinuation(c);
+    return ::IsCharAlphaNumericW(c) || IsWithin(c, 0xD800, 0xDFFF) || IsMark(c);
 }
 
 // Fills the lines of a layout whose content, fonts and pictures are known.
@@ -260,7 +259,7 @@ private:
     // it.
     bool Overflows(std::size_t unit, bool isText) const
     {
-        if (isText && IsContinuation(m_content.text[unit]))
+        if (isText && IsContinuation(unit))
             return false;
         const bool hangs =
             (m_breaksWords || m_isSingleLine) && isText && m_content.text[unit] == L' ';
@@ -273,11 +272,19 @@ private:
         return m_breaksWords && m_opportunity > m_start ? m_opportunity : unit;
     }
 
+    // Half a surrogate pair is a character of its own.
+    bool IsContinuation(std::size_t unit) const
+    {
+        const auto& text = m_content.text;
+        if (IsWithin(text[unit], 0xDC00, 0xDFFF))
+            return unit > 0 && IsWithin(text[unit - 1], 0xD800, 0xDBFF);
+        return IsMark(text[unit]);
+    }
+
     std::size_t EndOfCharacter(std::size_t unit) const
     {
         std::size_t end = unit + 1;
-        while (end - unit < kLongestCharacter && end < m_content.text.size() &&
-               IsContinuation(m_content.text[end]))
+        while (end - unit < kLongestCharacter && end < m_content.text.size() && IsContinuation(end))
             ++end;
         return end;
     }
@@ -285,8 +292,7 @@ private:
     std::size_t StartOfCharacter(std::size_t unit) const
     {
         std::size_t start = unit;
-        while (unit - start < kLongestCharacter && start > m_start &&
-               IsContinuation(m_content.text[start]))
+        while (unit - start < kLongestCharacter && start > m_start && IsContinuation(start))
             --start;
         return start;
     }

@@ -507,6 +507,13 @@ TEST_F(HtmlTextTest, SurrogatePairsAndMarksAreNotTornApart)
               2 * LineHeight());
 }
 
+// A long row of them is no character that cannot be broken.
+TEST_F(HtmlTextTest, HalvesOfSurrogatePairsAreCharactersOfTheirOwn)
+{
+    EXPECT_EQ(SizeOf(L"\xDC00\xDC00\xDC00", 0, 1).cy, 3 * LineHeight());
+    EXPECT_EQ(SizeOf(L"\xD800\xD800", 0, 1).cy, 2 * LineHeight());
+}
+
 TEST_F(HtmlTextTest, IdeographsBreakWithoutBlanks)
 {
     const std::wstring text(6, L'\x4E00');
