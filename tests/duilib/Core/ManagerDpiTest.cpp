@@ -127,6 +127,7 @@ TEST_F(ManagerDpiTest, IsSafeWithoutAWindow)
     EXPECT_EQ(CellHeight(loose.GetFont(1)), 30);
 
     // A message to no window would be one to the thread.
+    loose.SetDPI(144);
     MSG message{};
     EXPECT_FALSE(::PeekMessageW(&message, reinterpret_cast<HWND>(-1), UIMSG_SET_DPI, UIMSG_SET_DPI,
                                 PM_REMOVE));

@@ -255,6 +255,12 @@ TEST_F(ManagerLayeredTest, NativeWindowsArePrintedIntoThePicture)
     host.Layout();
     EXPECT_EQ(g_shown.At(30, 20), 0xFF0000FFu);
     EXPECT_EQ(g_shown.At(50, 35), 0u);
+    ::ShowWindow(child, SW_HIDE);
+    Repaint();
+    EXPECT_EQ(g_shown.At(30, 20), 0u) << "hidden";
+    ::ShowWindow(child, SW_SHOWNA);
+    Repaint();
+    EXPECT_EQ(g_shown.At(30, 20), 0xFF0000FFu);
     EXPECT_TRUE(manager.RemoveNativeWindow(child));
     EXPECT_FALSE(manager.RemoveNativeWindow(child));
     Repaint();
