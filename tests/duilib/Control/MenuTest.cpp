@@ -363,6 +363,26 @@ TEST_F(MenuTest, ASubMenuOfAMenuThatHangsLeftOpensToTheLeft)
     EXPECT_EQ(PlaceOf(OpenMenus()[1]->GetHWND()).right, PlaceOf(menu->GetHWND()).left + 2);
 }
 
+TEST_F(MenuTest, RoundCornersCutMenusAndSubMenus)
+{
+    CMenuWnd* const menu = Open(LR"(<Window roundcorner="12,12"><Menu>
+        <MenuElement name="outer"><MenuElement name="inner"/></MenuElement></Menu></Window>)");
+    Find(menu, L"outer").CreateMenuWnd();
+    ASSERT_EQ(OpenMenus().size(), 2u);
+    const HRGN shape = ::CreateRectRgn(0, 0, 0, 0);
+    for (CMenuWnd* const each : OpenMenus()) {
+        const RECT place = PlaceOf(each->GetHWND());
+        const int width = place.right - place.left;
+        const int height = place.bottom - place.top;
+        ASSERT_NE(::GetWindowRgn(each->GetHWND(), shape), ERROR);
+        EXPECT_FALSE(::PtInRegion(shape, 0, 0));
+        EXPECT_FALSE(::PtInRegion(shape, width - 1, height - 1));
+        EXPECT_TRUE(::PtInRegion(shape, width / 2, 0));
+        EXPECT_TRUE(::PtInRegion(shape, width - 1, height / 2));
+    }
+    ::DeleteObject(shape);
+}
+
 TEST_F(MenuTest, ASubMenuLooksLikeItsMenu)
 {
     CMenuWnd* const menu = Open(LR"(<Window roundcorner="6,6"><Font id="4" name="Arial" size="23"/>
@@ -527,15 +547,19 @@ TEST_F(MenuTest, AMnemonicOfSeveralElementsSelectsOneAfterTheOther)
     EXPECT_TRUE(commands.received.empty());
 }
 
-TEST_F(MenuTest, AltClosesAllMenus)
+TEST_F(MenuTest, AltAndF10CloseAllMenus)
 {
-    Open();
-    Press(VK_DOWN);
-    Press(VK_DOWN);
-    Press(VK_RIGHT);
-    PressKey(OpenMenus().front()->GetHWND(), VK_MENU, WM_SYSKEYDOWN);
-    host.Pump();
-    EXPECT_TRUE(OpenMenus().empty());
+    for (const int key : {VK_MENU, VK_F10}) {
+        SCOPED_TRACE(key);
+        Open();
+        Press(VK_DOWN);
+        Press(VK_DOWN);
+        Press(VK_RIGHT);
+        ASSERT_EQ(OpenMenus().size(), 2u);
+        PressKey(OpenMenus().front()->GetHWND(), key, WM_SYSKEYDOWN);
+        host.Pump();
+        EXPECT_TRUE(OpenMenus().empty());
+    }
 }
 
 TEST_F(MenuTest, LosingTheFocusToAnotherWindowClosesAll)
