@@ -224,14 +224,28 @@ TEST_F(ManagerMessagesTest, AStolenCaptureIsNoCaptureAnyMore)
 
 TEST_F(ManagerMessagesTest, ANoActivateWindowDoesNotTakeTheKeyboard)
 {
-    manager.SetNoActivate(true);
-    ::SetFocus(nullptr);
-    host.Click(10, 10);
-    EXPECT_EQ(::GetFocus(), nullptr);
-    EXPECT_EQ(manager.GetFocus(), &left);
-    manager.SetNoActivate(false);
-    host.Click(60, 10);
-    EXPECT_EQ(::GetFocus(), host.Window());
+    struct Button {
+        UINT down;
+        UINT up;
+    };
+    for (const Button& button :
+         {Button{WM_LBUTTONDOWN, WM_LBUTTONUP}, Button{WM_LBUTTONDBLCLK, WM_LBUTTONUP},
+          Button{WM_RBUTTONDOWN, WM_RBUTTONUP}, Button{WM_MBUTTONDOWN, WM_MBUTTONUP}}) {
+        SCOPED_TRACE(button.down);
+        const auto press = [&](int x) {
+            host.Send(button.down, 0, MAKELPARAM(x, 10));
+            host.Send(button.up, 0, MAKELPARAM(x, 10));
+        };
+        manager.SetNoActivate(true);
+        ::SetFocus(nullptr);
+        press(10);
+        EXPECT_EQ(::GetFocus(), nullptr);
+        EXPECT_EQ(manager.GetFocus(), &left);
+        manager.SetNoActivate(false);
+        press(60);
+        EXPECT_EQ(::GetFocus(), host.Window());
+        EXPECT_EQ(manager.GetFocus(), &right);
+    }
 }
 
 TEST_F(ManagerMessagesTest, SizingTellsTheFocusAndAsksForALayout)
