@@ -322,6 +322,30 @@ TEST_F(ListSelectionTest, WithoutItsKeyboardOrDisabledKeysDoNothing)
     EXPECT_EQ(list.GetCurSel(), 2);
 }
 
+TEST_F(ListSelectionTest, WithoutTheMouseItsEventsReachTheParent)
+{
+    class Parent : public CContainerUI {
+    public:
+        void DoEvent(TEventUI& event) override { types.push_back(event.Type); }
+        std::vector<int> types;
+    };
+    Parent parent;
+    auto* const inner = new CListUI;
+    parent.Add(inner);
+    inner->SetScrollSelect(true);
+    AddRows(*inner, 3);
+    TEventUI wheel{};
+    wheel.Type = UIEVENT_SCROLLWHEEL;
+    wheel.wParam = MAKEWPARAM(SB_LINEDOWN, 0);
+    inner->DoEvent(wheel);
+    EXPECT_EQ(inner->GetCurSel(), 0);
+    EXPECT_TRUE(parent.types.empty());
+    inner->SetMouseEnabled(false);
+    inner->DoEvent(wheel);
+    EXPECT_EQ(inner->GetCurSel(), 0);
+    EXPECT_EQ(parent.types, std::vector<int>{UIEVENT_SCROLLWHEEL});
+}
+
 TEST_F(ListSelectionTest, TheWheelScrollsUnlessItMovesTheSelection)
 {
     list.SelectItem(2);
