@@ -21,7 +21,7 @@ constexpr std::size_t kAlignment = 16;
 constexpr unsigned char kFreed = 0xDD;
 constexpr unsigned char kFresh = 0xCD;
 constexpr unsigned char kBehind = 0xFD;
-constexpr unsigned kProtectOneIn = 16; // freed blocks that nobody may touch any more
+constexpr unsigned kProtectOneIn = 64; // freed blocks that nobody may touch any more
 
 // Two sorts of slots: most blocks are small, some may be as large as a picture.
 struct Sort {

@@ -130,7 +130,7 @@ TEST_F(DISABLED_WrongUse, FreesTwice)
 TEST_F(DISABLED_WrongUse, UsesFreedBlocks)
 {
     // A share of the freed ones is inaccessible.
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 200; ++i) {
         void* const block = std::malloc(sizeof(int));
         void* volatile same = block;
         std::free(block);
