@@ -1,6 +1,7 @@
 #include "Core/UIControl.h"
 
 #include "Core/UIManager.h"
+#include "win32/Handles.h"
 #include "win32/TextParse.h"
 
 #include <algorithm>
@@ -232,8 +233,8 @@ void CControlUI::SetPos(RECT rect, bool invalidate)
 
     if (!m_bSetPos && OnSize) {
         m_bSetPos = true;
+        const Quillet::AtScopeEnd told([this] { m_bSetPos = false; });
         OnSize(this);
-        m_bSetPos = false;
     }
     if (!invalidate || m_pManager == nullptr || !IsVisible())
         return;

@@ -2,6 +2,7 @@
 
 #include "Core/PaintPass.h"
 #include "Core/UIRender.h"
+#include "win32/Handles.h"
 
 #include <algorithm>
 #include <cstring>
@@ -61,7 +62,7 @@ void CPaintManagerUI::State::Paint()
     if (drawing)
         return;
     int due = QueryUpdateRegion();
-    if (due == NULLREGION || due == ERROR)
+    if (due == NULLREGION)
         return;
     if (!root) {
         PaintWithoutRoot();
@@ -70,6 +71,10 @@ void CPaintManagerUI::State::Paint()
 
     const Watch watch(*this);
     painting = true;
+    const Quillet::AtScopeEnd ended([&] {
+        if (watch.ManagerLives())
+            painting = false;
+    });
     const bool mayBecomeMore = focusOwed || layoutNeeded;
     GiveOwedFocus();
     if (!watch.ManagerLives())
@@ -82,10 +87,8 @@ void CPaintManagerUI::State::Paint()
         if (!watch.ManagerLives())
             return;
     }
-    if (!root || !HasWindow()) {
-        painting = false;
+    if (!root || !HasWindow())
         return;
-    }
 
     RECT client{};
     ::GetClientRect(window, &client);
@@ -95,8 +98,10 @@ void CPaintManagerUI::State::Paint()
     PAINTSTRUCT paint{};
     const HWND painted = window;
     ::BeginPaint(painted, &paint);
-    Draw(client);
-    ::EndPaint(painted, &paint);
+    {
+        const Quillet::AtScopeEnd validated([&] { ::EndPaint(painted, &paint); });
+        Draw(client);
+    }
     if (!watch.ManagerLives())
         return;
     painting = false;
@@ -106,7 +111,7 @@ void CPaintManagerUI::State::Paint()
         manager.Invalidate();
 }
 
-// What kind of region is due, which is then in updateRegion.
+// What kind of region is due, which is then in updateRegion; ERROR when nobody knows.
 int CPaintManagerUI::State::QueryUpdateRegion()
 {
     if (!updateRegion)
@@ -162,12 +167,16 @@ bool CPaintManagerUI::State::LayOutDirtyControls()
 }
 
 // The parts of the client area that are due: the rectangles of the update region, which is of that
-// kind, or the one around them.
+// kind, or the one around them. All of it when nobody knows what is due.
 void CPaintManagerUI::State::CollectDirtyRects(const RECT& client, int kind)
 {
     dirtyRects.clear();
-    if (kind == NULLREGION || kind == ERROR)
+    if (kind == NULLREGION)
         return;
+    if (kind == ERROR) {
+        dirtyRects.push_back(client);
+        return;
+    }
 
     RECT around{};
     ::GetRgnBox(updateRegion.get(), &around);
@@ -217,6 +226,10 @@ void CPaintManagerUI::State::Draw(const RECT& client)
     const Watch watch(*this);
     const HDC dc = buffer.Dc();
     drawing = true;
+    const Quillet::AtScopeEnd drawn([&] {
+        if (watch.ManagerLives())
+            drawing = false;
+    });
     for (std::size_t index = 0; index < dirtyRects.size(); ++index) {
         const RECT dirty = dirtyRects[index];
         DrawTree(dc, dirty);
@@ -244,6 +257,10 @@ void CPaintManagerUI::State::DrawTree(HDC dc, const RECT& dirty)
     const Watch watch(*this);
     const int saved = ::SaveDC(dc);
     const PaintPass pass(dc);
+    const Quillet::AtScopeEnd restored([&] {
+        if (watch.ManagerLives())
+            ::RestoreDC(dc, saved);
+    });
     // A clip makes every drawing dearer, even when it leaves nothing out.
     if (!buffer.IsWhole(dirty))
         ::IntersectClipRect(dc, dirty.left, dirty.top, dirty.right, dirty.bottom);
@@ -257,8 +274,6 @@ void CPaintManagerUI::State::DrawTree(HDC dc, const RECT& dirty)
             return !watch.ManagerLives();
         });
     }
-    if (watch.ManagerLives())
-        ::RestoreDC(dc, saved);
 }
 
 // The visible child windows, into a picture of the client area.
