@@ -48,12 +48,16 @@ CListUI::CListUI()
       m_iCurSelActivate(-1),
       m_iExpandedItem(-1),
       m_pCallback(nullptr),
-      m_pList(new CListBodyUI(this)),
-      m_pHeader(new CListHeaderUI),
+      m_pList(nullptr),
+      m_pHeader(nullptr),
       m_pSelection(std::make_unique<Selection>())
 {
-    CVerticalLayoutUI::Add(m_pHeader);
-    CVerticalLayoutUI::Add(m_pList);
+    auto header = std::make_unique<CListHeaderUI>();
+    CVerticalLayoutUI::Add(header.get());
+    m_pHeader = header.release();
+    auto body = std::make_unique<CListBodyUI>(this);
+    CVerticalLayoutUI::Add(body.get());
+    m_pList = body.release();
 }
 
 CListUI::~CListUI()

@@ -5,6 +5,7 @@
 #include "Core/UIManager.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -430,8 +431,14 @@ void CListBodyUI::ChildInserted(int index)
 void CListBodyUI::RangeInserted(int first, int count)
 {
     m_pLayout->Inserted(first, count);
-    if (m_pOwner != nullptr)
+    if (m_pOwner == nullptr)
+        return;
+    try {
         m_pOwner->RowsInserted(first, count);
+    } catch (const std::bad_alloc&) {
+        m_pLayout->Removed(first, count);
+        throw;
+    }
 }
 
 void CListBodyUI::ChildRemoved(int index, CControlUI* child)

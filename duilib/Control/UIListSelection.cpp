@@ -1,7 +1,9 @@
 #include "Control/ListSelection.h"
+#include "Core/Diagnostics.h"
 #include "Core/UIManager.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 // Which rows of a list are selected, and what the mouse and the keyboard do to that.
@@ -380,10 +382,14 @@ void CListUI::RowsInserted(int first, int count)
     }
     if (selected < 0)
         return;
-    if (!m_bMultiSel)
-        ChangeOthers(selected);
     m_iCurSel = m_iFirstSel = selected;
-    QueueSelected(m_bMultiSel ? -1 : selected);
+    try {
+        if (!m_bMultiSel)
+            ChangeOthers(selected);
+        QueueSelected(m_bMultiSel ? -1 : selected);
+    } catch (const std::bad_alloc&) {
+        ReportOutOfMemory(); // the rows are in, though nobody is told of the selection
+    }
 }
 
 void CListUI::RowsRemoved(int first, const CStdPtrArray& rows)

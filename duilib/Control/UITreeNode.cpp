@@ -492,10 +492,10 @@ CStdPtrArray& CTreeNodeUI::Siblings()
 void CTreeNodeUI::Link(CTreeNodeUI* parent, CTreeViewUI* view, int index)
 {
     Unlink();
+    (parent != nullptr ? parent->m_aNodes : view->m_aTopNodes).InsertAt(index, this);
     m_pParentNode = parent;
     m_pTreeView = view;
     m_bIsLinked = true;
-    Siblings().InsertAt(index, this);
 }
 
 // From its siblings, or from the parent that expects it.

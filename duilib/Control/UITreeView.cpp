@@ -5,6 +5,7 @@
 #include "win32/TextParse.h"
 
 #include <algorithm>
+#include <new>
 
 namespace DuiLib {
 
@@ -122,19 +123,30 @@ bool CTreeViewUI::Insert(CTreeNodeUI* node, CTreeNodeUI* parent, int index)
     if (row < 0 || row > GetCount())
         return false;
 
-    node->Link(parent, this, index);
     const std::vector<CTreeNodeUI*> subtree = node->ListSubtree();
     CStdPtrArray rows(static_cast<int>(subtree.size()));
-    for (CTreeNodeUI* const added : subtree) {
-        added->m_pTreeView = this;
-        added->m_bIsShown = added->IsShownByParent();
-        added->SetInternVisible(m_pList->IsVisible());
-        added->ConnectParts(true);
+    for (CTreeNodeUI* const added : subtree)
         rows.Add(static_cast<CControlUI*>(added));
+    node->Link(parent, this, index);
+    try {
+        for (CTreeNodeUI* const added : subtree) {
+            added->m_pTreeView = this;
+            added->m_bIsShown = added->IsShownByParent();
+            added->SetInternVisible(m_pList->IsVisible());
+            added->ConnectParts(true);
+        }
+        if (parent != nullptr && siblings.GetSize() == 1)
+            parent->PartsChanged();
+        m_pList->InsertChildren(rows, row);
+    } catch (const std::bad_alloc&) {
+        // The branch is the caller's again.
+        node->Unlink();
+        for (CTreeNodeUI* const added : subtree) {
+            added->ConnectParts(false);
+            added->m_pTreeView = nullptr;
+        }
+        throw;
     }
-    if (parent != nullptr && siblings.GetSize() == 1)
-        parent->PartsChanged();
-    m_pList->InsertChildren(rows, row);
     return true;
 }
 

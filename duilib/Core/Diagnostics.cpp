@@ -1,6 +1,7 @@
 #include "Core/Diagnostics.h"
 
 #include <mutex>
+#include <new>
 
 namespace DuiLib {
 
@@ -26,6 +27,16 @@ void ReportFailure(std::wstring_view what)
     std::wstring line(what);
     line += L'\n';
     ::OutputDebugStringW(line.c_str());
+}
+
+void ReportOutOfMemory() noexcept
+{
+    ::OutputDebugStringW(L"out of memory\n");
+    try {
+        SetLastFailure(L"out of memory");
+    } catch (const std::bad_alloc&) {
+        // The line has to do.
+    }
 }
 
 void SetLastFailure(std::wstring_view what)

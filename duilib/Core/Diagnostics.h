@@ -13,6 +13,9 @@ namespace DuiLib {
 // line on the debugger output. Safe from any thread.
 void ReportFailure(std::wstring_view what);
 
+// The same for what had to be given up for lack of memory; does without any.
+void ReportOutOfMemory() noexcept;
+
 // Replaces the last-error text without a line on the debugger output.
 void SetLastFailure(std::wstring_view what);
 

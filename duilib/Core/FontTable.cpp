@@ -83,6 +83,7 @@ TFontInfo* Font::At(int scale)
     info->bUnderline = m_look.underline;
     info->bItalic = m_look.italic;
     info->bStrikeout = m_look.strikeout;
+    m_made.reserve(m_made.size() + 1); // before there is a handle to lose
     CreateFontHandle(*info, scale);
     m_made.push_back({scale, std::move(info)});
     return m_made.back().info.get();

@@ -1,9 +1,11 @@
 #include "Core/UIBase.h"
 
+#include "Core/Diagnostics.h"
 #include "Core/UIControl.h"
 #include "Core/UIManager.h"
 
 #include <bit>
+#include <new>
 
 namespace DuiLib {
 
@@ -81,6 +83,28 @@ int CentredWithin(int centreFrom, int centreTo, int length, int leastStart, int 
 {
     const int start = centreFrom + (centreTo - centreFrom - length) / 2;
     return (std::max)(leastStart, (std::min)(start, largestEnd - length));
+}
+
+// Nothing may be thrown through the system's frames. What runs out of memory is left to the system:
+// a window that is being created does not come into being.
+template <class Handler>
+LRESULT HandleWithinMemory(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                           Handler&& handler)
+{
+    try {
+        return handler();
+    } catch (const std::bad_alloc&) {
+        ReportOutOfMemory();
+    }
+    switch (message) {
+    case WM_NCCREATE:
+    case WM_NCDESTROY:
+        return 0;
+    case WM_CREATE:
+        return -1;
+    default:
+        return ::DefWindowProc(window, message, wParam, lParam);
+    }
 }
 
 } // namespace
@@ -430,9 +454,11 @@ LRESULT CALLBACK CWindowWnd::__WndProc(HWND hWnd, UINT uMsg, WPARAM wParam, LPAR
         return ::DefWindowProc(hWnd, uMsg, wParam, lParam);
     if (uMsg == WM_NCDESTROY) {
         ::SetWindowLongPtr(hWnd, GWLP_USERDATA, 0);
-        return Finish(pThis, hWnd, wParam, lParam);
+        return HandleWithinMemory(hWnd, uMsg, wParam, lParam,
+                                  [&] { return Finish(pThis, hWnd, wParam, lParam); });
     }
-    return pThis->HandleMessage(uMsg, wParam, lParam);
+    return HandleWithinMemory(hWnd, uMsg, wParam, lParam,
+                              [&] { return pThis->HandleMessage(uMsg, wParam, lParam); });
 }
 
 // Of superclassed and subclassed windows, whose user data belongs to their own procedure.
@@ -449,9 +475,11 @@ LRESULT CALLBACK CWindowWnd::__ControlProc(HWND hWnd, UINT uMsg, WPARAM wParam, 
         return ::DefWindowProc(hWnd, uMsg, wParam, lParam);
     if (uMsg == WM_NCDESTROY) {
         ::RemoveProp(hWnd, kObjectProperty);
-        return Finish(pThis, hWnd, wParam, lParam);
+        return HandleWithinMemory(hWnd, uMsg, wParam, lParam,
+                                  [&] { return Finish(pThis, hWnd, wParam, lParam); });
     }
-    return pThis->HandleMessage(uMsg, wParam, lParam);
+    return HandleWithinMemory(hWnd, uMsg, wParam, lParam,
+                              [&] { return pThis->HandleMessage(uMsg, wParam, lParam); });
 }
 
 } // namespace DuiLib

@@ -6,6 +6,7 @@
 #include "win32/TextParse.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace DuiLib {
@@ -69,6 +70,28 @@ CControlUI* CALLBACK Forget(CControlUI* control, LPVOID data)
     }
     manager.ReapObjects(control);
     return nullptr;
+}
+
+// Nulls at the end, all of them or none.
+void MakeRoom(CStdPtrArray& items, int count)
+{
+    const int before = items.GetSize();
+    try {
+        for (int i = 0; i < count; ++i)
+            items.Add(nullptr);
+    } catch (const std::bad_alloc&) {
+        while (items.GetSize() > before)
+            items.Remove(items.GetSize() - 1);
+        throw;
+    }
+}
+
+// Ends a control's part in the window.
+void Release(CControlUI& control, CPaintManagerUI* manager)
+{
+    if (manager != nullptr)
+        control.FindControl(&Forget, manager, UIFIND_ALL);
+    control.SetManager(nullptr, nullptr, false);
 }
 
 } // namespace
@@ -178,13 +201,28 @@ bool CContainerUI::Insert(CControlUI* control, int index)
     if (!m_items.InsertAt(index, control))
         return false;
     WalkInserted(index);
-    ChildInserted(index);
 
     const ChildWalk watch(*this);
-    if (m_pManager != nullptr)
-        m_pManager->InitControls(control, this);
-    else
-        control->SetManager(nullptr, this, false);
+    bool isCounted = false;
+    try {
+        ChildInserted(index);
+        isCounted = true;
+        if (m_pManager != nullptr)
+            m_pManager->InitControls(control, this);
+        else
+            control->SetManager(nullptr, this, false);
+    } catch (const std::bad_alloc&) {
+        // It is the caller's again.
+        const int place = watch.IsAlive() ? m_items.Find(control) : -1;
+        if (place >= 0) {
+            m_items.Remove(place);
+            WalkRemoved(place);
+            if (isCounted)
+                ChildRemoved(place, control);
+            Release(*control, m_pManager);
+        }
+        throw;
+    }
     if (!watch.IsAlive())
         return true;
     if (IsVisible())
@@ -249,27 +287,42 @@ void CContainerUI::InsertChildren(const CStdPtrArray& children, int index)
     if (count == 0 || index < 0 || index > m_items.GetSize())
         return;
     const int following = m_items.GetSize() - index;
-    for (int i = 0; i < count; ++i)
-        m_items.Add(nullptr);
+    MakeRoom(m_items, count);
     LPVOID* const place = m_items.GetData() + index;
     std::move_backward(place, place + following, place + following + count);
     for (int i = 0; i < count; ++i) {
         place[i] = children[i];
         WalkInserted(index);
     }
-    RangeInserted(index, count);
-
-    // A handler that runs for one of them may take others away again, or bring more.
-    int left = count;
+    bool areCounted = false;
     ChildWalk walk(*this, index);
-    for (CControlUI* child = walk.Next(); child != nullptr && left > 0; child = walk.Next()) {
-        if (child->GetParent() == this)
-            continue;
-        --left;
-        if (m_pManager != nullptr)
-            m_pManager->InitControls(child, this);
-        else
-            child->SetManager(nullptr, this, false);
+    try {
+        RangeInserted(index, count);
+        areCounted = true;
+
+        // A handler that runs for one of them may take others away again, or bring more.
+        int left = count;
+        for (CControlUI* child = walk.Next(); child != nullptr && left > 0; child = walk.Next()) {
+            if (child->GetParent() == this)
+                continue;
+            --left;
+            if (m_pManager != nullptr)
+                m_pManager->InitControls(child, this);
+            else
+                child->SetManager(nullptr, this, false);
+        }
+    } catch (const std::bad_alloc&) {
+        // They are the caller's again.
+        if (walk.IsAlive() && m_items.GetAt(index) == children[0]) {
+            for (int i = 0; i < count; ++i) {
+                m_items.Remove(index);
+                WalkRemoved(index);
+                Release(*static_cast<CControlUI*>(children[i]), m_pManager);
+            }
+            if (areCounted)
+                RangeRemoved(index, children);
+        }
+        throw;
     }
     if (!walk.IsAlive())
         return;
@@ -350,9 +403,7 @@ void CContainerUI::LetGo(CControlUI* control)
             delete control;
         return;
     }
-    if (m_pManager != nullptr)
-        control->FindControl(&Forget, m_pManager, UIFIND_ALL);
-    control->SetManager(nullptr, nullptr, false);
+    Release(*control, m_pManager);
     if (!IsVisible())
         control->SetInternVisible(true);
 }

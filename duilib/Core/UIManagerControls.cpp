@@ -1,6 +1,8 @@
+#include "Core/Diagnostics.h"
 #include "Core/ManagerState.h"
 
 #include <algorithm>
+#include <new>
 
 namespace DuiLib {
 
@@ -49,19 +51,6 @@ struct ClassSearch {
         return self.skip-- == 0 ? control : nullptr;
     }
 };
-
-CControlUI* CALLBACK Collect(CControlUI* control, LPVOID data)
-{
-    static_cast<std::vector<CControlUI*>*>(data)->push_back(control);
-    return nullptr;
-}
-
-std::vector<CControlUI*> WithAllBelow(CControlUI& control)
-{
-    std::vector<CControlUI*> controls;
-    control.FindControl(&Collect, &controls, UIFIND_ALL | UIFIND_ME_FIRST);
-    return controls;
-}
 
 void Clear(CControlUI*& place, const CControlUI* control)
 {
@@ -191,8 +180,11 @@ void CPaintManagerUI::State::Forget(CControlUI* control)
 
 void CPaintManagerUI::State::ForgetSubtree(CControlUI* control)
 {
-    for (CControlUI* const each : WithAllBelow(*control))
-        Forget(each);
+    const auto forget = [](CControlUI* each, LPVOID data) -> CControlUI* {
+        static_cast<State*>(data)->Forget(each);
+        return nullptr;
+    };
+    control->FindControl(forget, this, UIFIND_ALL | UIFIND_ME_FIRST);
 }
 
 void CPaintManagerUI::AddDelayedCleanup(CControlUI* control)
@@ -204,7 +196,15 @@ void CPaintManagerUI::AddDelayedCleanup(CControlUI* control)
     if (state.root == control)
         state.root = nullptr;
     control->SetManager(this, nullptr, false);
-    state.delayed.insert(control);
+    try {
+        state.delayed.insert(control);
+    } catch (const std::bad_alloc&) {
+        // It cannot be remembered, so it ends now, unless one of its handlers runs.
+        ReportOutOfMemory();
+        if (!state.IsBeingCalled(control))
+            delete control;
+        return;
+    }
     state.PostDeferredWork();
 }
 

@@ -92,7 +92,10 @@ void ImageTable::LetGo(const Held& held)
 
 void StyleTable::Add(LPCTSTR name, LPCTSTR attributes)
 {
-    delete static_cast<CDuiString*>(m_styles.Set(name, new CDuiString(attributes)));
+    auto style = std::make_unique<CDuiString>(attributes);
+    auto* const replaced = static_cast<CDuiString*>(m_styles.Set(name, style.get()));
+    style.release();
+    delete replaced;
 }
 
 LPCTSTR StyleTable::Find(LPCTSTR name) const

@@ -1,6 +1,9 @@
 #include "Utils/UIDelegate.h"
 
+#include "win32/Handles.h"
+
 #include <memory>
+#include <new>
 #include <vector>
 
 namespace DuiLib {
@@ -106,8 +109,11 @@ int CEventSource::IndexOf(const CDelegateBase& delegate) const
 
 void CEventSource::operator+=(const CDelegateBase& delegate)
 {
-    if (IndexOf(delegate) < 0)
-        m_aDelegates.Add(delegate.Copy());
+    if (IndexOf(delegate) >= 0)
+        return;
+    std::unique_ptr<CDelegateBase> copy(delegate.Copy());
+    m_aDelegates.Add(copy.get());
+    copy.release();
 }
 
 void CEventSource::operator+=(FnType pFn)
@@ -144,17 +150,24 @@ void CEventSource::Dispose(CDelegateBase* delegate)
     Walk* outermost = m_pWalk;
     while (outermost->outer != nullptr)
         outermost = outermost->outer;
-    outermost->removed.push_back(std::move(owner));
+    try {
+        outermost->removed.push_back(std::move(owner));
+    } catch (const std::bad_alloc&) {
+        owner.release(); // lost, for it may be running
+    }
 }
 
 void CEventSource::Clear()
 {
-    const CStdPtrArray delegates = m_aDelegates;
-    m_aDelegates.Empty();
     for (Walk* walk = m_pWalk; walk != nullptr; walk = walk->outer)
         walk->next = walk->end = 0;
-    for (int i = 0; i < delegates.GetSize(); ++i)
-        Dispose(static_cast<CDelegateBase*>(delegates[i]));
+    while (!m_aDelegates.IsEmpty()) {
+        const int last = m_aDelegates.GetSize() - 1;
+        auto* const delegate = static_cast<CDelegateBase*>(m_aDelegates[last]);
+        m_aDelegates.Remove(last);
+        Dispose(delegate);
+    }
+    m_aDelegates.Empty();
 }
 
 bool CEventSource::operator()(void* param)
@@ -165,13 +178,14 @@ bool CEventSource::operator()(void* param)
     Walk walk{m_pWalk};
     walk.end = m_aDelegates.GetSize();
     m_pWalk = &walk;
+    const Quillet::AtScopeEnd ended([&] {
+        if (walk.sourceAlive)
+            m_pWalk = walk.outer;
+    });
 
     bool goOn = true;
     while (goOn && walk.sourceAlive && walk.next < walk.end)
         goOn = (*static_cast<CDelegateBase*>(m_aDelegates[walk.next++]))(param);
-
-    if (walk.sourceAlive)
-        m_pWalk = walk.outer;
     return goOn;
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <new>
 #include <string>
 #include <thread>
 #include <vector>
@@ -272,6 +273,41 @@ TEST(WindowWndTest, CloseWorksFromAnotherThread)
     Pump();
     EXPECT_EQ(window.closeCode, 9);
     EXPECT_FALSE(::IsWindow(handle));
+}
+
+TEST(WindowWndTest, AMessageThatRunsOutOfMemoryIsLeftToTheSystem)
+{
+    class Poor : public CWindowWnd {
+    public:
+        UINT poorAt = 0;
+
+    protected:
+        LPCTSTR GetWindowClassName() const override { return L"DuiLib.WindowWndTest.Poor"; }
+        LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override
+        {
+            if (message == poorAt)
+                throw std::bad_alloc();
+            return CWindowWnd::HandleMessage(message, wParam, lParam);
+        }
+    };
+    Poor window;
+    for (const UINT message : {WM_NCCREATE, WM_CREATE}) {
+        window.poorAt = message;
+        EXPECT_EQ(window.Create(nullptr, L"", WS_POPUP, 0, 0, 0, 10, 10), nullptr);
+    }
+    window.poorAt = WM_SETTEXT;
+    CPaintManagerUI::SetLastErrorText(L"");
+    const HWND handle = window.Create(nullptr, L"", WS_POPUP | WS_VISIBLE, 0, 0, 0, 10, 10);
+    ASSERT_NE(handle, nullptr);
+    EXPECT_TRUE(::SetWindowTextW(handle, L"set by the system"));
+    EXPECT_EQ(::GetWindowTextLengthW(handle), 17);
+    EXPECT_STREQ(CPaintManagerUI::GetLastErrorText(), L"out of memory");
+
+    window.poorAt = WM_PAINT;
+    ::InvalidateRect(handle, nullptr, TRUE);
+    ::UpdateWindow(handle);
+    EXPECT_FALSE(::GetUpdateRect(handle, nullptr, FALSE)) << "it is not asked for ever";
+    ::DestroyWindow(handle);
 }
 
 TEST(WindowWndTest, ShowWindowShowsAndHides)
