@@ -40,6 +40,12 @@ protected:
     CDuiString GetSkinFile() override { return {}; }
 };
 
+void Give(CContainerUI& container, std::unique_ptr<CControlUI> control)
+{
+    if (control && container.Add(control.get()))
+        control.release();
+}
+
 bool TakePrefix(std::wstring& text, std::wstring_view prefix)
 {
     if (text.compare(0, prefix.size(), prefix) != 0)
@@ -79,7 +85,7 @@ void GalleryWindow::ListPages()
         auto option = std::make_unique<COptionUI>();
         auto& entry = *option;
         entry.SetName((std::wstring(L"page.") + page.name).c_str());
-        list->Add(option.release());
+        Give(*list, std::move(option));
         entry.ApplyAttributeList(L"page-link");
         entry.SetText((std::wstring(L"page.") + page.name).c_str());
     }
@@ -94,16 +100,15 @@ void GalleryWindow::ShowPage(const PageEntry& page)
     content->RemoveAll();
 
     CDialogBuilder frame;
-    if (CControlUI* const root = frame.Create(L"page.xml", nullptr, this, &m_pm))
-        content->Add(root);
+    Give(*content, std::unique_ptr<CControlUI>(frame.Create(L"page.xml", nullptr, this, &m_pm)));
     m_pm.FindControl(L"page.title")->SetText((L"page." + name).c_str());
     m_pm.FindControl(L"page.description")->SetText((name + L".description").c_str());
 
     const auto demonstration = Demonstration::Read(L"demos/" + name + L".xml");
     m_pm.FindControl(L"page.code")->SetText(demonstration.Code().c_str());
     CDialogBuilder demo;
-    if (CControlUI* const root = demo.Create(demonstration.Markup(), nullptr, this, &m_pm))
-        static_cast<CContainerUI*>(m_pm.FindControl(L"page.demo"))->Add(root);
+    Give(*static_cast<CContainerUI*>(m_pm.FindControl(L"page.demo")),
+         std::unique_ptr<CControlUI>(demo.Create(demonstration.Markup(), nullptr, this, &m_pm)));
 
     m_page = page.make(*this);
     m_page->Show();

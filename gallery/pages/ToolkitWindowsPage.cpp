@@ -1,6 +1,7 @@
 #include "gallery/GalleryWindow.h"
 #include "gallery/pages/Pages.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,18 +20,28 @@ enum Scene { kOpenDialog, kOpenLayered, kOpenSecond, kSceneCount };
 // A window that a demonstration opens; it deletes itself.
 class OpenedWindow : public WindowImplBaseEx {
 public:
-    OpenedWindow(const wchar_t* skin, CPaintManagerUI& main) : m_skin(skin), m_main(main) {}
-
-    bool Open(HWND owner)
+    // Null when there is no window.
+    static OpenedWindow* Open(const wchar_t* skin, CPaintManagerUI& main, HWND owner)
     {
-        if (!Create(owner, L"Quillet", WS_POPUP, WS_EX_TOOLWINDOW))
-            return false;
-        // The scale of the main window, whatever the monitor asks for.
-        const auto percent = static_cast<int>(m_main.GetDPIObj()->GetScale());
-        m_uDpi = static_cast<unsigned>(::MulDiv(percent, USER_DEFAULT_SCREEN_DPI, 100));
-        m_pm.SetDPI(static_cast<int>(m_uDpi));
-        CenterWindow();
-        return true;
+        // One that was refused late has deleted itself, one that was refused at once has not.
+        bool isGone = false;
+        auto window = std::unique_ptr<OpenedWindow>(new OpenedWindow(skin, main));
+        window->m_isGone = &isGone;
+        const bool isOpen =
+            window->Create(owner, L"Quillet", WS_POPUP, WS_EX_TOOLWINDOW) != nullptr;
+        if (isGone)
+            window.release();
+        if (!isOpen)
+            return nullptr;
+        window->m_isGone = nullptr;
+        window->TakeScale();
+        window->CenterWindow();
+        return window.release();
+    }
+    ~OpenedWindow() override
+    {
+        if (m_isGone)
+            *m_isGone = true;
     }
 
     // WindowImplBaseEx:
@@ -64,15 +75,24 @@ protected:
     CDuiString GetSkinFile() override { return m_skin.c_str(); }
 
 private:
+    OpenedWindow(const wchar_t* skin, CPaintManagerUI& main) : m_skin(skin), m_main(main) {}
+
+    // That of the main window, whatever the monitor asks for.
+    void TakeScale()
+    {
+        const auto percent = static_cast<int>(m_main.GetDPIObj()->GetScale());
+        m_uDpi = static_cast<unsigned>(::MulDiv(percent, USER_DEFAULT_SCREEN_DPI, 100));
+        m_pm.SetDPI(static_cast<int>(m_uDpi));
+    }
     void OpenAgain()
     {
-        auto* const nested = new OpenedWindow(m_skin.c_str(), m_main);
-        if (nested->Open(m_hWnd))
+        if (auto* const nested = Open(m_skin.c_str(), m_main, m_hWnd))
             nested->ShowModal();
     }
 
     std::wstring m_skin;
     CPaintManagerUI& m_main; // of the owner, which outlives this window
+    bool* m_isGone = nullptr;
 };
 
 const wchar_t* NameOf(UINT message)
@@ -158,10 +178,10 @@ private:
 
     void OpenModal()
     {
-        auto* const dialog = new OpenedWindow(kDialog, Window().Manager());
-        if (!dialog->Open(Window().GetHWND()))
-            return;
         const HWND owner = Window().GetHWND();
+        auto* const dialog = OpenedWindow::Open(kDialog, Window().Manager(), owner);
+        if (!dialog)
+            return;
         const UINT result = dialog->ShowModal();
         if (::IsWindow(owner) && Window().ShownPage() == this)
             SetText(L"windows.event", (L"ShowModal: " + std::to_wstring(result)).c_str());
@@ -169,8 +189,8 @@ private:
 
     void Open(const wchar_t* skin)
     {
-        auto* const window = new OpenedWindow(skin, Window().Manager());
-        if (!window->Open(Window().GetHWND()))
+        auto* const window = OpenedWindow::Open(skin, Window().Manager(), Window().GetHWND());
+        if (!window)
             return;
         window->ShowWindow();
         m_opened.push_back(window->GetHWND());

@@ -3,6 +3,7 @@
 #include "gallery/Tour.h"
 #include "support/ObjectCounters.h"
 #include "support/TempFolder.h"
+#include "tests/gallery/PageNames.h"
 
 #include <gtest/gtest.h>
 
@@ -87,13 +88,7 @@ TEST_P(GalleryPageTest, ShowingThePage200TimesLeavesNoObject)
 
 INSTANTIATE_TEST_SUITE_P(AllPages, GalleryPageTest,
                          testing::Range<std::size_t>(0, gallery::Pages().size()),
-                         [](const auto& test) {
-                             std::string name;
-                             for (const wchar_t* at = gallery::Pages()[test.param].name; *at; ++at)
-                                 if (*at != L'-')
-                                     name += static_cast<char>(*at);
-                             return name;
-                         });
+                         [](const auto& test) { return test::NameOfPage(test.param); });
 
 TEST_F(GalleryTest, TheTourFindsNothingWrongAndWritesAPictureOfEveryPageAtBothScales)
 {

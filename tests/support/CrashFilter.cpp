@@ -3,6 +3,8 @@
 #include "win32/Windows.h"
 
 #include <cstdio>
+#include <cstdlib>
+#include <exception>
 
 namespace test {
 
@@ -19,6 +21,17 @@ LONG WINAPI OnCrash(EXCEPTION_POINTERS* exception)
     std::fflush(nullptr);
     ::TerminateProcess(::GetCurrentProcess(), kCrashExitCode);
     return EXCEPTION_EXECUTE_HANDLER;
+}
+
+[[noreturn]] void OnTerminate()
+{
+    std::fputs("TERMINATE\n", stderr);
+    CONTEXT context{};
+    ::RtlCaptureContext(&context);
+    PrintStack(context);
+    std::fflush(nullptr);
+    ::TerminateProcess(::GetCurrentProcess(), kCrashExitCode);
+    std::abort();
 }
 
 } // namespace
@@ -54,6 +67,7 @@ void PrintStack(CONTEXT context)
 void InstallCrashFilter()
 {
     ::SetUnhandledExceptionFilter(OnCrash);
+    std::set_terminate(OnTerminate);
 }
 
 } // namespace test

@@ -4,8 +4,8 @@
 
 namespace test {
 
-// A fault ends the process with exit code 99 and a printed stack, so a crash never counts as
-// success and never opens a dialog.
+// A fault, or an exception that nobody catches, ends the process with exit code 99 and a printed
+// stack, so a crash never counts as success and never opens a dialog.
 void InstallCrashFilter();
 
 // Prints "module+offset" of each frame; the module's image base and addr2line give the line.

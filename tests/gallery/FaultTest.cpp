@@ -1,0 +1,159 @@
+#include "gallery/Application.h"
+#include "gallery/GalleryWindow.h"
+#include "support/FaultPlan.h"
+#include "support/ObjectCounters.h"
+#include "support/Picture.h"
+#include "tests/gallery/PageNames.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+#include <string>
+
+using namespace DuiLib;
+using test::FaultPlan;
+using test::Resource;
+
+namespace {
+
+struct Kind {
+    Resource resource;
+    const char* name;
+};
+constexpr Kind kSystemObjects[] = {{Resource::Window, "window"}, {Resource::DeviceContext, "DC"},
+                                   {Resource::Bitmap, "bitmap"}, {Resource::Font, "font"},
+                                   {Resource::Region, "region"}, {Resource::Timer, "timer"}};
+
+// How many requests are refused of a kind that has more, evenly spread. The environment variable
+// refuses every one, which takes hours for memory.
+constexpr int kMostRefused = 50;
+constexpr char kRefuseAll[] = "QUILLET_REFUSE_ALL";
+
+// Opens the gallery at a page, shows and paints it, opens what it opens beside itself and closes
+// it, while one request after the other is refused.
+class FaultTest : public testing::TestWithParam<std::size_t> {
+protected:
+    gallery::Application application;
+    const gallery::PageEntry& page = gallery::Pages()[GetParam()];
+
+    static void Dispatch()
+    {
+        MSG message{};
+        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            if (!CPaintManagerUI::TranslateMessage(&message))
+                ::DispatchMessageW(&message);
+    }
+
+    static test::Picture PictureOf(HWND window)
+    {
+        RECT client{};
+        ::GetClientRect(window, &client);
+        test::Canvas canvas(client.right, client.bottom);
+        ::SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.Dc()), PRF_CLIENT);
+        return canvas.Take();
+    }
+
+    static void OpenScenes(gallery::GalleryWindow& window)
+    {
+        gallery::Page* const shown = window.ShownPage();
+        for (int i = 0; i < shown->Scenes(); ++i) {
+            shown->OpenScene(i);
+            Dispatch();
+            shown->CloseScene();
+            Dispatch();
+        }
+    }
+
+    // Gives the number of requests.
+    int Visit(FaultPlan& plan, int refused, test::Picture* picture = nullptr)
+    {
+        gallery::GalleryWindow window(gallery::GalleryWindow::AtClose::Nothing);
+        plan.Start(refused);
+        try {
+            if (window.Open(true)) {
+                window.ShowPage(page);
+                ::UpdateWindow(window.GetHWND());
+                Dispatch();
+                OpenScenes(window);
+            }
+        } catch (const std::bad_alloc&) {
+        }
+        const int requests = plan.Stop();
+        if (picture)
+            *picture = PictureOf(window.GetHWND());
+        if (window.GetHWND())
+            ::DestroyWindow(window.GetHWND());
+        Dispatch();
+        return requests;
+    }
+
+    // What there is more after a visit than before.
+    struct Growth {
+        int blocks; // of memory
+        int gdi;
+        int gdiplus;
+    };
+    Growth GrowthBy(FaultPlan& plan, int refused)
+    {
+        const Growth before{FaultPlan::HeldBlocks(), test::GdiObjects(), test::GdiplusObjects()};
+        Visit(plan, refused);
+        return {FaultPlan::HeldBlocks() - before.blocks, test::GdiObjects() - before.gdi,
+                test::GdiplusObjects() - before.gdiplus};
+    }
+
+    // What is kept on purpose, such as the reasons of failures or spare regions, is kept once.
+    void ExpectNoLeak(FaultPlan& plan, int refused)
+    {
+        const Growth once = GrowthBy(plan, refused);
+        if (once.blocks <= 0 && once.gdi <= 0 && once.gdiplus <= 0)
+            return;
+        const Growth again = GrowthBy(plan, refused);
+        EXPECT_LE(std::min(once.blocks, again.blocks), 0) << "memory";
+        EXPECT_LE(std::min(once.gdi, again.gdi), 0) << "GDI";
+        EXPECT_LE(std::min(once.gdiplus, again.gdiplus), 0) << "GDI+";
+    }
+
+    // Gives how many requests there are.
+    int RefuseEach(Kind kind)
+    {
+        FaultPlan plan(kind.resource);
+        Visit(plan, 0);
+        test::Picture before(1, 1);
+        const int requests = Visit(plan, 0, &before);
+        const int windows = test::UserWindows();
+        const int managers = CPaintManagerUI::GetPaintManagers()->GetSize();
+
+        const bool all = std::getenv(kRefuseAll) != nullptr;
+        const int refusals = all ? requests : std::min(requests, kMostRefused);
+        for (int i = 0; i < refusals; ++i) {
+            const int refused =
+                1 + static_cast<int>(static_cast<long long>(requests) * i / refusals);
+            SCOPED_TRACE(kind.name + (" " + std::to_string(refused)) + " of " +
+                         std::to_string(requests));
+            ExpectNoLeak(plan, refused);
+            EXPECT_EQ(test::UserWindows(), windows);
+            EXPECT_EQ(CPaintManagerUI::GetPaintManagers()->GetSize(), managers);
+        }
+
+        SCOPED_TRACE(kind.name);
+        test::Picture after(1, 1);
+        Visit(plan, 0, &after);
+        EXPECT_EQ(after, before) << "the page looks as before";
+        return requests;
+    }
+};
+
+TEST_P(FaultTest, ObjectsThatTheSystemRefusesDoNoHarm)
+{
+    int requests = 0;
+    for (const Kind kind : kSystemObjects)
+        requests += RefuseEach(kind);
+    EXPECT_GT(requests, 30);
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, FaultTest, testing::Range<std::size_t>(0, gallery::Pages().size()),
+                         [](const auto& test) { return test::NameOfPage(test.param); });
+
+} // namespace
