@@ -3,9 +3,12 @@
 #include "Control/ListRow.h"
 #include "Control/PopupGlyphs.h"
 #include "win32/AttributeTable.h"
+#include "win32/Handles.h"
 #include "win32/TextParse.h"
 
 #include <algorithm>
+#include <memory>
+#include <new>
 #include <utility>
 
 namespace DuiLib {
@@ -222,18 +225,13 @@ private:
 
 struct CTreeNodeUI::Parts {
     explicit Parts(CTreeNodeUI& node)
-        : row(new CHorizontalLayoutUI),
-          indent(new Indent(node)),
-          folder(new FolderBox(node)),
-          check(new CheckBox(node)),
-          item(new Item(node))
     {
-        for (CControlUI* const part :
-             {static_cast<CControlUI*>(indent), static_cast<CControlUI*>(folder),
-              static_cast<CControlUI*>(check), static_cast<CControlUI*>(item)}) {
-            part->SetKeyboardEnabled(false);
-            row->Add(part);
-        }
+        auto owner = std::make_unique<CHorizontalLayoutUI>();
+        indent = &Add<Indent>(*owner, node);
+        folder = &Add<FolderBox>(*owner, node);
+        check = &Add<CheckBox>(*owner, node);
+        item = &Add<Item>(*owner, node);
+        row = owner.release();
         row->SetMouseEnabled(false);
         indent->SetMouseEnabled(false);
         item->SetMouseEnabled(false);
@@ -241,7 +239,16 @@ struct CTreeNodeUI::Parts {
         check->SetFixedWidth(kBoxWidth);
     }
 
-    CHorizontalLayoutUI* row;
+    template <class Part>
+    static Part& Add(CHorizontalLayoutUI& row, CTreeNodeUI& node)
+    {
+        auto part = std::make_unique<Part>(node);
+        part->SetKeyboardEnabled(false);
+        row.Add(part.get());
+        return *part.release();
+    }
+
+    CHorizontalLayoutUI* row; // the caller's, who gives it to the node
     Indent* indent;
     FolderBox* folder;
     CheckBox* check;
@@ -269,12 +276,20 @@ CTreeNodeUI::~CTreeNodeUI()
 
     // All that is below goes in one loop, so that a deep tree needs no deep stack.
     std::vector<CTreeNodeUI*> owned;
-    if (m_pTreeView == nullptr)
-        owned = ListSubtree();
+    bool isOneByOne = false;
+    if (m_pTreeView == nullptr) {
+        try {
+            owned = ListSubtree();
+        } catch (const std::bad_alloc&) {
+            isOneByOne = true; // without memory each node ends those right below it
+        }
+    }
     for (int i = 0; i < m_aNodes.GetSize(); ++i) {
         auto* const child = static_cast<CTreeNodeUI*>(m_aNodes[i]);
         child->m_pParentNode = nullptr;
         child->m_bIsLinked = false;
+        if (isOneByOne)
+            delete child;
     }
     for (CTreeNodeUI* const node : owned) {
         node->m_aNodes.Empty();
@@ -299,6 +314,11 @@ CTreeNodeUI::Parts& CTreeNodeUI::MakeParts() const
     auto& self = const_cast<CTreeNodeUI&>(*this);
     self.m_pParts = std::make_unique<Parts>(self);
     Parts& parts = *m_pParts;
+    std::unique_ptr<CHorizontalLayoutUI> row(parts.row);
+    const Quillet::AtScopeEnd undone([&] {
+        if (row != nullptr)
+            self.m_pParts.reset();
+    });
     parts.item->SetResourceText(IsResourceText());
     parts.item->SetText(m_sText);
     parts.item->Selected(m_bSelected, false);
@@ -310,8 +330,10 @@ CTreeNodeUI::Parts& CTreeNodeUI::MakeParts() const
 
     if (m_pManager != nullptr && m_pParent != nullptr) {
         self.CListContainerElementUI::AddAt(parts.row, 0);
+        row.release();
     } else {
         self.m_items.InsertAt(0, parts.row);
+        row.release();
         parts.row->SetManager(m_pManager, &self, false);
         parts.row->SetInternVisible(IsVisible());
     }

@@ -5,6 +5,7 @@
 #include <cwctype>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <set>
 #include <unordered_map>
 
@@ -208,13 +209,13 @@ LoadedImage LoadFromSource(const ImageSource& source)
         if (load.scalable)
             loaded.scale = plain.scale;
     }
+    loaded.record.reset(load.image);
     if (load.image == nullptr) {
         ReportImageFailure(load.failure);
         return {};
     }
     if (source.useHSL)
         KeepOriginalColours(*load.image);
-    loaded.record.reset(load.image);
     return loaded;
 }
 
@@ -245,10 +246,15 @@ public:
         auto entry = std::make_unique<Entry>(
             Entry{.image = std::move(loaded), .source = std::move(source), .key = key});
         const TImageInfo* const record = entry->image.record.get();
-        if (entry->image.scale != 100)
-            m_scaled++;
-        m_byKey.emplace(key, entry.get());
-        m_byRecord.emplace(record, std::move(entry));
+        const bool isScaled = entry->image.scale != 100;
+        const auto place = m_byRecord.emplace(record, std::move(entry)).first;
+        try {
+            m_byKey.emplace(key, place->second.get());
+        } catch (const std::bad_alloc&) {
+            m_byRecord.erase(place);
+            throw;
+        }
+        m_scaled += isScaled;
         return record;
     }
 

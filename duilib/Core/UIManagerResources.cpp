@@ -3,6 +3,8 @@
 #include "Core/ImageCache.h"
 #include "Core/UIRender.h"
 
+#include <new>
+
 namespace DuiLib {
 
 namespace {
@@ -39,7 +41,17 @@ const TImageInfo* ImageTable::Find(std::wstring_view name) const
 
 const TImageInfo* ImageTable::Add(std::wstring_view name, const TImageInfo* image, bool cached)
 {
-    m_images.try_emplace(std::wstring(name)).first->second.push_back({image, cached});
+    const Held held{image, cached};
+    try {
+        // A name never stands without a picture.
+        std::vector<Held> first;
+        first.reserve(1);
+        auto& pictures = m_images.try_emplace(std::wstring(name), std::move(first)).first->second;
+        pictures.push_back(held);
+    } catch (const std::bad_alloc&) {
+        LetGo(held);
+        throw;
+    }
     return image;
 }
 

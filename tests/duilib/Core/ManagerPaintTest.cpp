@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <new>
 
 using namespace DuiLib;
 using test::AddProbe;
@@ -324,6 +325,39 @@ TEST_F(ManagerPaintTest, APostPaintControlMayRemoveItself)
     ::UpdateWindow(host.Window());
     EXPECT_EQ(right.postPaints.size(), 1u);
     EXPECT_EQ(manager.GetPostPaintCount(), 1);
+}
+
+TEST_F(ManagerPaintTest, APaintThatRunsOutOfMemoryIsOverAndTheNextOneIsWhole)
+{
+    manager.AddPostPaint(&left);
+    left.onPostPaint = [] { throw std::bad_alloc(); };
+    Spoil(host.Window(), {0, 0, 20, 20});
+    ::UpdateWindow(host.Window());
+    EXPECT_FALSE(::GetUpdateRect(host.Window(), nullptr, FALSE)) << "nothing is due for ever";
+    EXPECT_FALSE(manager.IsPainting());
+
+    left.onPostPaint = nullptr;
+    host.Root()->SetBkColor(kGreen.value);
+    Spoil(host.Window(), {0, 0, 100, 60});
+    ::UpdateWindow(host.Window());
+    EXPECT_EQ(host.Screen().At(10, 10), kGreen);
+    EXPECT_EQ(host.Screen().At(90, 30), kGreen) << "not cut to what was due before";
+}
+
+TEST_F(ManagerPaintTest, WithoutARegionTheWholeWindowIsPainted)
+{
+    ControlHost other(40, 30);
+    other.Root()->SetBkColor(kGreen.value);
+    {
+        const ImportHook hook(
+            L"DuiLib.dll", "gdi32.dll", "CreateRectRgn",
+            +[](int, int, int, int) -> HRGN { return nullptr; });
+        ASSERT_TRUE(hook);
+        Spoil(other.Window(), {0, 0, 1, 1});
+        ::UpdateWindow(other.Window());
+        EXPECT_FALSE(::GetUpdateRect(other.Window(), nullptr, FALSE));
+    }
+    EXPECT_EQ(other.Screen().At(20, 15), kGreen);
 }
 
 TEST_F(ManagerPaintTest, AControlThatUpdatesTheWindowWhileItDrawsIsDrawnOnce)

@@ -1,11 +1,13 @@
 #include <UIlib.h>
 
+#include "support/FaultPlan.h"
 #include "support/ObjectCounters.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <memory>
+#include <new>
 #include <string>
 
 using namespace DuiLib;
@@ -356,4 +358,31 @@ TEST_F(DelegateTest, SourcesFreeTheirDelegates)
     for (int i = 0; i < 20; ++i)
         work();
     EXPECT_EQ(test::HeapBlocks(), before);
+}
+
+TEST_F(DelegateTest, AListenerThatThrowsLeavesTheSourceInOrder)
+{
+    CEventSource source;
+    Script script;
+    script.action = [](void*) -> bool { throw std::bad_alloc(); };
+    source += MakeDelegate(&script, &Script::Run);
+    source += &Second;
+    EXPECT_THROW(source(nullptr), std::bad_alloc);
+
+    // No call is running, so what is removed is gone at once and the others are called.
+    source -= MakeDelegate(&script, &Script::Run);
+    g_calls.clear();
+    EXPECT_TRUE(source(nullptr));
+    EXPECT_EQ(g_calls, "2");
+}
+
+TEST_F(DelegateTest, ASourceEndsWithoutAnyMemory)
+{
+    auto source = std::make_unique<CEventSource>();
+    *source += &First;
+    *source += &Second;
+    test::FaultPlan plan(test::Resource::Memory);
+    plan.Start();
+    source.reset();
+    EXPECT_EQ(plan.Stop(), 0);
 }
