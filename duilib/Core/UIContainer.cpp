@@ -139,10 +139,14 @@ CContainerUI::CContainerUI()
 CContainerUI::~CContainerUI()
 {
     m_bDelayedDestroy = false;
-    const CStdPtrArray removed = m_items;
-    m_items.Empty();
-    for (int i = 0; i < removed.GetSize(); ++i)
-        LetGo(static_cast<CControlUI*>(removed[i]));
+    // The first one goes first; nothing is copied, because an end needs no memory.
+    std::reverse(m_items.GetData(), m_items.GetData() + m_items.GetSize());
+    while (!m_items.IsEmpty()) {
+        const int last = m_items.GetSize() - 1;
+        CControlUI* const child = GetItemAt(last);
+        m_items.Remove(last);
+        LetGo(child);
+    }
     for (ChildWalk* walk = m_pWalks; walk != nullptr; walk = walk->m_pOuter)
         walk->m_pContainer = nullptr;
     delete std::exchange(m_pVerticalScrollBar, nullptr);

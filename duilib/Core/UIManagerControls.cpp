@@ -227,21 +227,18 @@ bool CPaintManagerUI::State::IsBeingCalled(const CControlUI* control) const
 void CPaintManagerUI::State::DeleteDelayed()
 {
     const Watch watch(*this);
-    std::vector<CControlUI*> waiting;
-    while (watch.ManagerLives() && !delayed.empty()) {
-        CControlUI* const control = *delayed.begin();
-        delayed.erase(delayed.begin());
-
+    while (watch.ManagerLives()) {
         // A handler that runs a message loop of its own still needs its control.
-        if (IsBeingCalled(control))
-            waiting.push_back(control);
-        else
-            delete control;
+        const auto next = std::find_if(delayed.begin(), delayed.end(),
+                                       [this](auto* control) { return !IsBeingCalled(control); });
+        if (next == delayed.end()) {
+            life->cleanupDeferred = life->cleanupDeferred || !delayed.empty();
+            return;
+        }
+        CControlUI* const control = *next;
+        delayed.erase(next);
+        delete control;
     }
-    if (!watch.ManagerLives())
-        return;
-    life->cleanupDeferred = life->cleanupDeferred || !waiting.empty();
-    delayed.insert(waiting.begin(), waiting.end());
 }
 
 bool CPaintManagerUI::AddOptionGroup(LPCTSTR group, CControlUI* control)

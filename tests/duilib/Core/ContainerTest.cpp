@@ -1,4 +1,5 @@
 #include "duilib/Core/ControlKit.h"
+#include "support/FaultPlan.h"
 #include "support/ObjectCounters.h"
 
 #include <gtest/gtest.h>
@@ -642,4 +643,23 @@ TEST_F(HitTestTest, ASearchMayAskTheContainerFirstAndTheChildrenFromTheTop)
     EXPECT_EQ(outer.FindControl(&AcceptAny, nullptr, UIFIND_ME_FIRST), &outer);
     outer.SetVisible(false);
     EXPECT_EQ(outer.FindControl(&AcceptAny, nullptr, UIFIND_VISIBLE), nullptr);
+}
+
+TEST(ContainerEndTest, NeedsNoMemoryAndEndsTheFirstChildFirst)
+{
+    struct Noting : CControlUI {
+        Noting(std::string& ended, char name) : m_ended(ended), m_name(name) {}
+        ~Noting() override { m_ended += m_name; }
+        std::string& m_ended;
+        char m_name;
+    };
+    std::string ended;
+    auto container = std::make_unique<CContainerUI>();
+    for (const char name : {'a', 'b', 'c'})
+        container->Add(new Noting(ended, name));
+    test::FaultPlan plan(test::Resource::Memory);
+    plan.Start();
+    container.reset();
+    EXPECT_EQ(plan.Stop(), 0);
+    EXPECT_EQ(ended, "abc");
 }
