@@ -1,8 +1,10 @@
 #include "support/ControlHost.h"
+#include "support/FaultPlan.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <new>
 #include <utility>
 
 using namespace DuiLib;
@@ -218,6 +220,48 @@ TEST(TreeNodeTest, AParentThatEndsBeforeTheNodeIsForgotten)
     parent.reset();
     EXPECT_EQ(node.GetParentNode(), nullptr);
     EXPECT_EQ(node.GetTreeLevel(), 0);
+}
+
+TEST(TreeNodeTest, PartsThatRunOutOfMemoryAreMadeLater)
+{
+    test::FaultPlan plan(test::Resource::Memory);
+    const auto makeParts = [&plan](int refused) {
+        CTreeNodeUI node;
+        plan.Start(refused);
+        try {
+            node.GetFolderButton();
+        } catch (const std::bad_alloc&) {
+        }
+        const int requests = plan.Stop();
+        EXPECT_NE(node.GetFolderButton(), nullptr);
+        EXPECT_EQ(node.GetCount(), 1) << "one row of parts";
+        return requests;
+    };
+    const int requests = makeParts(0);
+    EXPECT_GT(requests, 5);
+    for (int refused = 1; refused <= requests; ++refused) {
+        SCOPED_TRACE(refused);
+        const int held = test::FaultPlan::HeldBlocks();
+        makeParts(refused);
+        EXPECT_EQ(test::FaultPlan::HeldBlocks(), held);
+    }
+}
+
+TEST(TreeNodeTest, ATreeEndsAlsoWhenThereIsNoMemory)
+{
+    int alive = 0;
+    auto root = std::make_unique<CountedNode>(alive);
+    for (int i = 0; i < 3; ++i) {
+        auto* const child = new CountedNode(alive);
+        root->Add(child);
+        child->Add(new CountedNode(alive));
+    }
+    ASSERT_EQ(alive, 7);
+    test::FaultPlan plan(test::Resource::Memory);
+    plan.Start(1);
+    root.reset();
+    EXPECT_GE(plan.Stop(), 1) << "the list of all nodes below was refused";
+    EXPECT_EQ(alive, 0);
 }
 
 } // namespace

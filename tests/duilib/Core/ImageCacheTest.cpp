@@ -1,6 +1,7 @@
 #include "duilib/Core/PictureFiles.h"
 
 #include "support/DebugOutput.h"
+#include "support/FaultPlan.h"
 #include "support/ObjectCounters.h"
 
 namespace {
@@ -229,6 +230,35 @@ TEST_F(ImageCacheTest, TextFormOfTheResourceTableIsUsed)
         DuiLib::STRINGorID(L"<Res><Image id=\"close\" path=\"deep/a.png\"/></Res>")));
     EXPECT_NE(manager.GetImageEx(L"close"), nullptr);
     resources->ResetResourceMap();
+}
+
+TEST_F(ImageCacheTest, APictureThatRunsOutOfMemoryLeavesNothingAndLoadsLater)
+{
+    Write(L"a.png", Png(FourColours(4)));
+    FaultPlan plan(Resource::Memory);
+    plan.Start();
+    manager.GetImageEx(L"a.png");
+    manager.RemoveAllImages();
+    const int requests = plan.Stop();
+    EXPECT_GT(requests, 5);
+
+    const int held = FaultPlan::HeldBlocks();
+    for (int refused = 1; refused <= requests; ++refused) {
+        SCOPED_TRACE(refused);
+        plan.Start(refused);
+        try {
+            manager.GetImageEx(L"a.png");
+        } catch (const std::bad_alloc&) {
+        }
+        plan.Stop();
+        const auto* const later = manager.GetImageEx(L"a.png");
+        ASSERT_NE(later, nullptr);
+        EXPECT_EQ(PixelOf(*later, 0, 0), kRed);
+        EXPECT_EQ(other.GetImageEx(L"a.png")->hBitmap, later->hBitmap);
+        other.RemoveAllImages();
+        manager.RemoveAllImages();
+    }
+    EXPECT_LE(FaultPlan::HeldBlocks(), held + 2) << "the last failure's text may be kept";
 }
 
 } // namespace
