@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -131,10 +132,11 @@ private:
             return;
         table->RemoveAll();
         for (int i = 0; i < count; ++i) {
-            auto* const row = new CListTextElementUI;
+            auto row = std::make_unique<CListTextElementUI>();
             row->SetTag(static_cast<UINT_PTR>(i));
             row->SetFixedHeight(kRowHeight);
-            table->Add(row);
+            if (table->Add(row.get()))
+                row.release();
         }
         Sort({});
         table->SelectItem(0);
