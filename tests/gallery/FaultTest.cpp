@@ -25,9 +25,10 @@ struct Kind {
 constexpr Kind kSystemObjects[] = {{Resource::Window, "window"}, {Resource::DeviceContext, "DC"},
                                    {Resource::Bitmap, "bitmap"}, {Resource::Font, "font"},
                                    {Resource::Region, "region"}, {Resource::Timer, "timer"}};
+constexpr Kind kMemory = {Resource::Memory, "memory"};
 
 // How many requests are refused of a kind that has more, evenly spread. The environment variable
-// refuses every one, which takes hours for memory.
+// refuses every one, which takes minutes for memory.
 constexpr int kMostRefused = 50;
 constexpr char kRefuseAll[] = "QUILLET_REFUSE_ALL";
 
@@ -151,6 +152,11 @@ TEST_P(FaultTest, ObjectsThatTheSystemRefusesDoNoHarm)
     for (const Kind kind : kSystemObjects)
         requests += RefuseEach(kind);
     EXPECT_GT(requests, 30);
+}
+
+TEST_P(FaultTest, MemoryThatIsRefusedDoesNoHarm)
+{
+    EXPECT_GT(RefuseEach(kMemory), 1000);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pages, FaultTest, testing::Range<std::size_t>(0, gallery::Pages().size()),
