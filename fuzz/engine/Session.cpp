@@ -121,12 +121,18 @@ private:
             m_before = CountHoldings();
             m_counted = true;
         }
-        if (m_options.progress && number % kProgressEvery == 0) {
-            std::printf("%llu executions, %.0f s, %llu inputs in the pool\n",
-                        static_cast<unsigned long long>(m_executions), Seconds(),
-                        static_cast<unsigned long long>(m_pool.size()));
-            std::fflush(stdout);
-        }
+        if (m_options.progress && number % kProgressEvery == 0)
+            PrintProgress();
+    }
+
+    void PrintProgress() const
+    {
+        Rest();
+        std::printf("%llu executions, %.0f s, %llu inputs in the pool, %lld blocks\n",
+                    static_cast<unsigned long long>(m_executions), Seconds(),
+                    static_cast<unsigned long long>(m_pool.size()),
+                    static_cast<long long>(GuardedHeap::Count().blocks));
+        std::fflush(stdout);
     }
 
     // How the run went, roughly: how much it allocated and what the toolkit complained about.
