@@ -1,5 +1,6 @@
 #include "duilib/Control/TestPictures.h"
 #include "support/ControlHost.h"
+#include "support/Cursors.h"
 
 #include <gtest/gtest.h>
 
@@ -344,23 +345,22 @@ TEST_P(ListHeaderTest, InAHeaderThatScalesTheNeighbourGivesTheSpace)
 
 TEST_P(ListHeaderTest, OverASeparatorTheCursorTellsSo)
 {
-    const auto cursorAt = [this](int x) {
+    const auto isShownAt = [this](LPCWSTR cursor, int x) {
         TEventUI event = {};
         event.Type = UIEVENT_SETCURSOR;
         event.ptMouse = {x, 5};
         ::SetCursor(nullptr);
         columns[0]->Event(event);
-        return ::GetCursor();
+        return test::IsCursorShown(cursor);
     };
-    const HCURSOR sizing = ::LoadCursorW(nullptr, IDC_SIZEWE);
-    EXPECT_EQ(cursorAt(Separator(0)), sizing);
-    EXPECT_EQ(cursorAt(10), ::LoadCursorW(nullptr, IDC_ARROW));
+    EXPECT_TRUE(isShownAt(IDC_SIZEWE, Separator(0)));
+    EXPECT_TRUE(isShownAt(IDC_ARROW, 10));
     EXPECT_EQ(columns[0]->GetControlFlags() & UIFLAG_SETCURSOR, 0u + UIFLAG_SETCURSOR);
     columns[0]->SetDragable(false);
-    EXPECT_NE(cursorAt(Separator(0)), sizing);
+    EXPECT_FALSE(isShownAt(IDC_SIZEWE, Separator(0)));
     columns[0]->SetDragable(true);
     columns[0]->SetEnabled(false);
-    EXPECT_NE(cursorAt(Separator(0)), sizing);
+    EXPECT_FALSE(isShownAt(IDC_SIZEWE, Separator(0)));
 }
 
 // Clicks and keys.

@@ -1,6 +1,7 @@
 #include "duilib/Control/RowOwner.h"
 #include "duilib/Control/TestPictures.h"
 #include "support/ControlHost.h"
+#include "support/Cursors.h"
 #include "support/ObjectCounters.h"
 
 #include <gtest/gtest.h>
@@ -349,18 +350,18 @@ TEST_P(ListTextElementLinkTest, LinksFollowTheirRow)
 
 TEST_P(ListTextElementLinkTest, OverALinkTheCursorIsAHand)
 {
-    const auto cursorAt = [this](int x) {
+    const auto isShownAt = [this](LPCWSTR cursor, int x) {
         TEventUI event = {};
         event.Type = UIEVENT_SETCURSOR;
         event.ptMouse = {x, middle};
         ::SetCursor(nullptr);
         row.Event(event);
-        return ::GetCursor();
+        return test::IsCursorShown(cursor);
     };
-    EXPECT_EQ(cursorAt(110), ::LoadCursorW(nullptr, IDC_HAND));
-    EXPECT_EQ(cursorAt(190), ::LoadCursorW(nullptr, IDC_ARROW));
+    EXPECT_TRUE(isShownAt(IDC_HAND, 110));
+    EXPECT_TRUE(isShownAt(IDC_ARROW, 190));
     row.SetEnabled(false);
-    EXPECT_EQ(cursorAt(110), ::LoadCursorW(nullptr, IDC_ARROW));
+    EXPECT_TRUE(isShownAt(IDC_ARROW, 110));
 }
 
 TEST_P(ListTextElementLinkTest, TheHoveredLinkIsHighlighted)

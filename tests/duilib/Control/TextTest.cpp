@@ -1,5 +1,6 @@
 #include "duilib/Control/TestPictures.h"
 #include "support/ControlHost.h"
+#include "support/Cursors.h"
 
 #include <gtest/gtest.h>
 
@@ -206,10 +207,10 @@ TEST_F(TextTest, OverALinkTheCursorIsAHand)
     event.ptMouse = first;
     ::SetCursor(nullptr);
     text.DoEvent(event);
-    EXPECT_EQ(::GetCursor(), ::LoadCursor(nullptr, IDC_HAND));
+    EXPECT_TRUE(test::IsCursorShown(IDC_HAND));
     event.ptMouse = {290, 90};
     text.DoEvent(event);
-    EXPECT_EQ(::GetCursor(), ::LoadCursor(nullptr, IDC_ARROW));
+    EXPECT_TRUE(test::IsCursorShown(IDC_ARROW));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "duilib/Core/ControlKit.h"
+#include "support/Cursors.h"
 
 #include <gtest/gtest.h>
 
@@ -168,10 +169,10 @@ TEST_F(ControlEventsTest, TheCursorOfAControlIsShown)
     control->SetCursor(DUI_HAND);
     TEventUI event = MakeEvent(UIEVENT_SETCURSOR);
     control->Event(event);
-    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, MAKEINTRESOURCEW(DUI_HAND)));
+    EXPECT_TRUE(test::IsCursorShown(MAKEINTRESOURCEW(DUI_HAND)));
     control->SetCursor(0);
     control->Event(event);
-    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, MAKEINTRESOURCEW(DUI_ARROW)));
+    EXPECT_TRUE(test::IsCursorShown(MAKEINTRESOURCEW(DUI_ARROW)));
 }
 
 TEST_F(ControlEventsTest, AControlMayBeRemovedByItsOwnListener)

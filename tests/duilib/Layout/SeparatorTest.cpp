@@ -1,4 +1,5 @@
 #include "duilib/Core/ControlKit.h"
+#include "support/Cursors.h"
 
 #include <gtest/gtest.h>
 
@@ -188,13 +189,13 @@ TEST_F(SeparatorTest, TheCursorTellsTheDirection)
     event.Type = UIEVENT_SETCURSOR;
     event.ptMouse = {100, 37};
     host.Find<CControlUI>(L"v").Event(event);
-    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, MAKEINTRESOURCEW(DUI_SIZENS)));
+    EXPECT_TRUE(test::IsCursorShown(MAKEINTRESOURCEW(DUI_SIZENS)));
     event.ptMouse = {77, 60};
     host.Find<CControlUI>(L"h").Event(event);
-    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, MAKEINTRESOURCEW(DUI_SIZEWE)));
+    EXPECT_TRUE(test::IsCursorShown(MAKEINTRESOURCEW(DUI_SIZEWE)));
     event.ptMouse = {10, 60};
     host.Find<CControlUI>(L"h").Event(event);
-    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, MAKEINTRESOURCEW(DUI_ARROW)));
+    EXPECT_TRUE(test::IsCursorShown(MAKEINTRESOURCEW(DUI_ARROW)));
 }
 
 TEST(SeparatorScaleTest, AStripGrowsWithTheScaleAndKeepsTheSizeInDesignPixels)
