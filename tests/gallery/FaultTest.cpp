@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <new>
 #include <string>
@@ -32,8 +33,8 @@ constexpr Kind kMemory = {Resource::Memory, "memory"};
 constexpr int kMostRefused = 50;
 constexpr char kRefuseAll[] = "QUILLET_REFUSE_ALL";
 
-// Opens the gallery at a page, shows and paints it, opens what it opens beside itself and closes
-// it, while one request after the other is refused.
+// Opens the gallery at a page, shows and paints it and closes it, while one request after the other
+// is refused.
 class FaultTest : public testing::TestWithParam<std::size_t> {
 protected:
     gallery::Application application;
@@ -56,17 +57,6 @@ protected:
         return canvas.Take();
     }
 
-    static void OpenScenes(gallery::GalleryWindow& window)
-    {
-        gallery::Page* const shown = window.ShownPage();
-        for (int i = 0; i < shown->Scenes(); ++i) {
-            shown->OpenScene(i);
-            Dispatch();
-            shown->CloseScene();
-            Dispatch();
-        }
-    }
-
     // Gives the number of requests.
     int Visit(FaultPlan& plan, int refused, test::Picture* picture = nullptr)
     {
@@ -77,7 +67,6 @@ protected:
                 window.ShowPage(page);
                 ::UpdateWindow(window.GetHWND());
                 Dispatch();
-                OpenScenes(window);
             }
         } catch (const std::bad_alloc&) {
         }
@@ -104,16 +93,22 @@ protected:
                 test::GdiplusObjects() - before.gdiplus};
     }
 
-    // What is kept on purpose, such as the reasons of failures or spare regions, is kept once.
+    // A leak grows each time. What is kept on purpose does not: reasons of failures, spare regions,
+    // and measured texts up to a bound.
     void ExpectNoLeak(FaultPlan& plan, int refused)
     {
-        const Growth once = GrowthBy(plan, refused);
-        if (once.blocks <= 0 && once.gdi <= 0 && once.gdiplus <= 0)
-            return;
-        const Growth again = GrowthBy(plan, refused);
-        EXPECT_LE(std::min(once.blocks, again.blocks), 0) << "memory";
-        EXPECT_LE(std::min(once.gdi, again.gdi), 0) << "GDI";
-        EXPECT_LE(std::min(once.gdiplus, again.gdiplus), 0) << "GDI+";
+        constexpr int kTries = 12;
+        Growth least{INT_MAX, INT_MAX, INT_MAX};
+        const auto grows = [&] { return least.blocks > 0 || least.gdi > 0 || least.gdiplus > 0; };
+        for (int i = 0; i < kTries && grows(); ++i) {
+            const Growth growth = GrowthBy(plan, refused);
+            least.blocks = std::min(least.blocks, growth.blocks);
+            least.gdi = std::min(least.gdi, growth.gdi);
+            least.gdiplus = std::min(least.gdiplus, growth.gdiplus);
+        }
+        EXPECT_LE(least.blocks, 0) << "memory";
+        EXPECT_LE(least.gdi, 0) << "GDI";
+        EXPECT_LE(least.gdiplus, 0) << "GDI+";
     }
 
     // Gives how many requests there are.
