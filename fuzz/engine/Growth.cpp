@@ -8,10 +8,11 @@ namespace fuzz {
 
 namespace {
 
+// The toolkit remembers the sizes of some thousand texts for as long as their font lives.
 constexpr Holdings kAllowed{.gdiObjects = 16,
                             .windows = 0,
-                            .blocks = 500,
-                            .bytes = 256 * 1024,
+                            .blocks = 20'000,
+                            .bytes = 8 * 1024 * 1024,
                             .systemBytes = 8 * 1024 * 1024};
 
 std::int64_t BytesOnProcessHeap()

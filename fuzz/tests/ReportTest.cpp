@@ -207,15 +207,16 @@ INSTANTIATE_TEST_SUITE_P(
                     Growing{"blocks",
                             [](ByteView) {
                                 static int turn = 0;
-                                static auto* const blocks = new std::vector<void*>(20'000);
-                                if (++turn % 4 != 0)
-                                    blocks->at(static_cast<std::size_t>(turn)) = std::malloc(1);
+                                for (int i = 0; turn % 4 != 0 && i < 40; ++i)
+                                    g_kept.push_back(std::malloc(1));
+                                ++turn;
                             }},
                     Growing{"bytes",
                             [](ByteView) {
-                                static void* block = nullptr;
-                                static std::size_t size = 0;
-                                block = std::realloc(block, size += 512);
+                                static int turn = 0;
+                                constexpr std::size_t kMegabyte = 1024 * 1024;
+                                if (++turn % 50 == 0)
+                                    g_kept.push_back(std::malloc(kMegabyte));
                             }},
                     Growing{"bytes of the system",
                             [](ByteView) { ::HeapAlloc(::GetProcessHeap(), 0, 32 * 1024); }}),
