@@ -77,11 +77,13 @@ protected:
 private:
     OpenedWindow(const wchar_t* skin, CPaintManagerUI& main) : m_skin(skin), m_main(main) {}
 
-    // That of the main window, whatever the monitor asks for.
+    // That of the main window, whatever the monitor asks for. A new window has just set the scale of
+    // the process to its own.
     void TakeScale()
     {
         const auto percent = static_cast<int>(m_main.GetDPIObj()->GetScale());
         m_uDpi = static_cast<unsigned>(::MulDiv(percent, USER_DEFAULT_SCREEN_DPI, 100));
+        CResourceManagerEx::GetInstance()->SetScale(m_uDpi);
         m_pm.SetDPI(static_cast<int>(m_uDpi));
     }
     void OpenAgain()
