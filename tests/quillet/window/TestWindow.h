@@ -191,12 +191,14 @@ public:
     {
         dpi = answer;
         window = nullptr;
+        windows.clear();
         calls = 0;
     }
     explicit operator bool() const { return static_cast<bool>(m_hook); }
 
     static inline int dpi = 96;
-    static inline HWND window = nullptr;
+    static inline HWND window = nullptr; // that was asked for last
+    static inline std::vector<HWND> windows;
     static inline int calls = 0;
 
 private:
@@ -208,6 +210,7 @@ private:
     static int Answer(HWND asked)
     {
         window = asked;
+        windows.push_back(asked);
         ++calls;
         return dpi;
     }
