@@ -5,12 +5,26 @@
 #include <algorithm>
 #include <regex>
 #include <set>
+#include <string>
+#include <string_view>
 
 namespace {
 
-// What stands between the parentheses of links, without the part behind '#'.
-std::vector<std::string> LinksIn(const std::string& page)
+// Code has brackets before parentheses as well.
+std::string WithoutCode(std::string page)
 {
+    constexpr std::string_view kFence = "```";
+    for (auto begin = page.find(kFence); begin != std::string::npos; begin = page.find(kFence)) {
+        const auto end = page.find(kFence, begin + kFence.size());
+        page.erase(begin, end == std::string::npos ? end : end + kFence.size() - begin);
+    }
+    return page;
+}
+
+// What stands between the parentheses of links, without the part behind '#'.
+std::vector<std::string> LinksIn(const std::string& markdown)
+{
+    const std::string page = WithoutCode(markdown);
     static const std::regex kLink(R"(\]\(([^)#]+)(#[^)]*)?\))");
     std::vector<std::string> links;
     for (std::sregex_iterator i(page.begin(), page.end(), kLink), end; i != end; ++i)
