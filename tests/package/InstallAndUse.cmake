@@ -1,6 +1,6 @@
-# Installs the package into a folder of its own, builds an application against it with
+# Installs the package into a folder of its own, builds a copy of an application against it with
 # find_package(Quillet), and runs that application.
-# Needs: BUILD, WORK, SOURCE, TOOLCHAIN, RUNNER.
+# Needs: BUILD, WORK, SOURCE, TOOLCHAIN, RUNNER, PROGRAM and, if it takes any, ARGUMENTS.
 
 function(must)
     execute_process(COMMAND ${ARGV} RESULT_VARIABLE code)
@@ -11,10 +11,10 @@ function(must)
 endfunction()
 
 file(REMOVE_RECURSE ${WORK})
+file(COPY ${SOURCE}/ DESTINATION ${WORK}/source)
 must(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/prefix)
-must(${CMAKE_COMMAND} -S ${SOURCE} -B ${WORK}/build -G Ninja
+must(${CMAKE_COMMAND} -S ${WORK}/source -B ${WORK}/build -G Ninja
     -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN} -DCMAKE_PREFIX_PATH=${WORK}/prefix
     -DCMAKE_BUILD_TYPE=Release)
 must(${CMAKE_COMMAND} --build ${WORK}/build)
-file(COPY ${WORK}/build/five-lines.exe DESTINATION ${WORK}/prefix/bin)
-must(${RUNNER} ${WORK}/prefix/bin/five-lines.exe)
+must(${RUNNER} ${WORK}/build/${PROGRAM} ${ARGUMENTS})
