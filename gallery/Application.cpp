@@ -8,6 +8,7 @@ using namespace DuiLib;
 
 Application::Application()
 {
+    QuilletGlobal::GetInstatnce().SetMainThreadId(::GetCurrentThreadId());
     ::OleInitialize(nullptr);
     CPaintManagerUI::SetInstance(::GetModuleHandleW(nullptr));
     CPaintManagerUI::SetResourcePath(CPaintManagerUI::GetInstancePath() + L"gallery-skin\\");
@@ -15,6 +16,10 @@ Application::Application()
     auto& resources = *CResourceManagerEx::GetInstance();
     resources.SetDPIAwareness(PROCESS_PER_MONITOR_DPI_AWARE);
     resources.LoadResource(STRINGorID(L"resources.xml"));
+
+    // Skins name the library's controls; the windows of the frame leave them to the factory.
+    REGIST_DUICONTROL(CRoundedRectButtonUI)
+    REGIST_DUICONTROL(CToggleSwitchUI)
 }
 
 Application::~Application()

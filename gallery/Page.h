@@ -2,8 +2,10 @@
 
 #include <quillet/quillet.h>
 
+#include <functional>
 #include <memory>
 #include <span>
+#include <vector>
 
 namespace gallery {
 
@@ -11,19 +13,24 @@ class GalleryWindow;
 
 // What a page adds to its skin: it fills and drives the controls of its demonstration.
 //
-// A page lives as long as it is shown; its controls live at least as long.
-class Page {
+// Every page is a controller of the main window for as long as the window lives, and hears all its
+// messages. Its controls are there only while it is shown.
+class Page : public UIController {
 public:
     explicit Page(GalleryWindow& window) : m_window(window) {}
     virtual ~Page() = default;
     Page(const Page&) = delete;
     Page& operator=(const Page&) = delete;
 
-    virtual void Show() {} // once, when the controls are there
-    virtual void Notify(DuiLib::TNotifyUI&) {}
+    // Called by the main window when the controls have been built, and before they go.
+    void Enter();
+    void Leave();
+
+    // What the main window passes to the page that is shown.
+    virtual void Notify(DuiLib::TNotifyUI&) {} // notifications that have no hook
+    virtual void MenuChosen(const DuiLib::MenuCmd&) {}
     virtual void LanguageChanged() {}
     virtual void ScaleChanged() {}
-    virtual void Traced() {} // the window wrote a line of its trace
 
     // What opens beside the page, as menus and further windows do, for the tour's pictures.
     virtual int Scenes() const { return 0; }
@@ -31,7 +38,11 @@ public:
     virtual void CloseScene() {}
 
 protected:
+    virtual void Show() {}
+    virtual void Hide() {} // also when the window ends while the page is shown
+
     GalleryWindow& Window() const { return m_window; }
+    bool IsShown() const { return m_shown; }
 
     // The demonstration's control of that name; null when the skin lacks it or it is another class.
     template <class Control>
@@ -41,17 +52,22 @@ protected:
     }
     void SetText(const wchar_t* name, const wchar_t* text) const;
 
+    // Runs the handler at each click of the control until the page is left.
+    void OnClickOf(const wchar_t* name, std::function<void()> handler);
+
 private:
     DuiLib::CControlUI* FindControl(const wchar_t* name) const;
 
     GalleryWindow& m_window;
+    bool m_shown = false;
+    std::vector<DuiLib::CControlUI*> m_listened;
 };
 
 // A line in the list of pages: "NAME" names the text "page.NAME", its description
 // "NAME.description" and the demonstration "demos/NAME.xml".
 struct PageEntry {
     const wchar_t* name;
-    std::unique_ptr<Page> (*make)(GalleryWindow&);
+    std::shared_ptr<Page> (*make)(GalleryWindow&);
 };
 
 std::span<const PageEntry> Pages();

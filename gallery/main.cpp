@@ -34,21 +34,46 @@ int RunTour(const std::wstring& folder)
     return result.problems.empty() && result.pictures > 0 ? 0 : 1;
 }
 
+// The application's own loop runs the tasks that were dispatched without a window.
+void RunMessageLoop()
+{
+    constexpr UINT kWakeUp = WM_USER + 4;
+    MSG message{};
+    while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (!message.hwnd && message.message == kWakeUp) {
+            DuiLib::UIMainQueue::getInstance().finish();
+        } else if (!DuiLib::CPaintManagerUI::TranslateMessage(&message)) {
+            ::TranslateMessage(&message);
+            ::DispatchMessageW(&message);
+        }
+    }
+}
+
 int RunWindow()
 {
     gallery::GalleryWindow window(gallery::GalleryWindow::AtClose::EndTheMessageLoop);
     if (!window.Open(true))
         return 1;
-    DuiLib::CPaintManagerUI::MessageLoop();
+    RunMessageLoop();
     return 0;
+}
+
+int Run()
+{
+    const gallery::Application application;
+    if (__argc == 3 && std::wstring_view(__wargv[1]) == L"--tour")
+        return RunTour(__wargv[2]);
+    return RunWindow();
 }
 
 } // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int)
 {
-    const gallery::Application application;
-    if (__argc == 3 && std::wstring_view(__wargv[1]) == L"--tour")
-        return RunTour(__wargv[2]);
-    return RunWindow();
+    const int code = Run();
+    DuiLib::UIMainQueue::getInstance().over();
+    DuiLib::CResourceManagerEx::GetInstance()->Release();
+    DuiLib::CResourceManagerModeEx::GetInstance()->Release();
+    DuiLib::CResourceManagerTransEx::GetInstance()->Release();
+    return code;
 }

@@ -12,26 +12,22 @@ class RoundedButtonPage : public Page {
 public:
     using Page::Page;
 
+protected:
     void Show() override
     {
+        m_clicks = 0;
+        OnClickOf(L"button.save", [this] {
+            SetText(L"button.event", (L"click " + std::to_wstring(++m_clicks)).c_str());
+        });
         auto* const button = Find<CRoundedRectButtonUI>(L"button.states");
         if (!button)
             return;
         button->SetCheckable(true);
         ShowState(*button);
-    }
-
-    void Notify(TNotifyUI& notification) override
-    {
-        if (notification.sType != DUI_MSGTYPE_CLICK || !notification.pSender)
-            return;
-        if (notification.pSender->GetName() == L"button.save")
-            SetText(L"button.event", (L"click " + std::to_wstring(++m_clicks)).c_str());
-        else if (auto* const button = Find<CRoundedRectButtonUI>(L"button.states");
-                 button == notification.pSender) {
+        OnClickOf(L"button.states", [this, button] {
             button->SetChecked(!button->IsChecked());
             ShowState(*button);
-        }
+        });
     }
 
 private:
@@ -46,9 +42,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<Page> MakeRoundedButtonPage(GalleryWindow& window)
+std::shared_ptr<Page> MakeRoundedButtonPage(GalleryWindow& window)
 {
-    return std::make_unique<RoundedButtonPage>(window);
+    return std::make_shared<RoundedButtonPage>(window);
 }
 
 } // namespace gallery

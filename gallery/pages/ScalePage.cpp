@@ -1,4 +1,4 @@
-#include "gallery/GalleryWindow.h"
+#include "gallery/MonitorRules.h"
 #include "gallery/pages/Pages.h"
 
 #include <iterator>
@@ -12,10 +12,9 @@ using namespace DuiLib;
 
 constexpr SIZE kMonitors[] = {{1366, 768}, {1920, 1080}, {2560, 1440}, {3840, 2160}};
 constexpr unsigned kRequests[] = {96, 120, 144, 192, 288};
-constexpr std::size_t kTraceLines = 9;
 constexpr int kColumn = 5;
 constexpr int kMonitorColumn = 11;
-constexpr WPARAM kAnnouncedDpi = 144;
+constexpr unsigned kAnnouncedDpi = 144;
 
 std::wstring RightAligned(const std::wstring& text, int width)
 {
@@ -35,25 +34,6 @@ class ScalePage : public Page {
 public:
     using Page::Page;
 
-    void Show() override
-    {
-        std::wstring head = RightAligned(L"", kMonitorColumn);
-        for (const unsigned request : kRequests)
-            head += RightAligned(std::to_wstring(request), kColumn);
-        SetText(L"scale.rules.head", head.c_str());
-        for (std::size_t i = 0; i < std::size(kMonitors); ++i)
-            SetText((L"scale.rules." + std::to_wstring(i)).c_str(), Rules(kMonitors[i]).c_str());
-        ScaleChanged();
-        Traced();
-    }
-
-    void Notify(TNotifyUI& notification) override
-    {
-        if (notification.sType == DUI_MSGTYPE_CLICK &&
-            notification.pSender->GetName() == L"scale.announce")
-            Window().PostMessage(WM_DPICHANGED, MAKEWPARAM(kAnnouncedDpi, kAnnouncedDpi), 0);
-    }
-
     void ScaleChanged() override
     {
         SetText(L"scale.manager.ex",
@@ -64,14 +44,20 @@ public:
                 Describe(L"Trans", *CResourceManagerTransEx::GetInstance()).c_str());
     }
 
-    void Traced() override
+protected:
+    void Show() override
     {
-        std::wstring text;
-        const auto& lines = Window().TraceLines();
-        const std::size_t first = lines.size() > kTraceLines ? lines.size() - kTraceLines : 0;
-        for (std::size_t i = first; i < lines.size(); ++i)
-            text += std::wstring(lines[i].begin(), lines[i].end()) + L"\n";
-        SetText(L"scale.trace.lines", text.c_str());
+        std::wstring head = RightAligned(L"", kMonitorColumn);
+        for (const unsigned request : kRequests)
+            head += RightAligned(std::to_wstring(request), kColumn);
+        SetText(L"scale.rules.head", head.c_str());
+        for (std::size_t i = 0; i < std::size(kMonitors); ++i)
+            SetText((L"scale.rules." + std::to_wstring(i)).c_str(), Rules(kMonitors[i]).c_str());
+        ScaleChanged();
+        ShowTrace();
+        OnClickOf(L"scale.announce", [this] {
+            PostMessageW(WM_DPICHANGED, MAKEWPARAM(kAnnouncedDpi, kAnnouncedDpi));
+        });
     }
 
 private:
@@ -84,13 +70,23 @@ private:
             row += RightAligned(std::to_wstring(UsableDpi(monitor, request)), kColumn);
         return row;
     }
+
+    // How the announced DPI becomes a usable one on this screen.
+    void ShowTrace()
+    {
+        const SIZE screen{::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
+        std::wstring text;
+        for (const std::string& line : TraceOf(screen, kAnnouncedDpi))
+            text += std::wstring(line.begin(), line.end()) + L"\n";
+        SetText(L"scale.trace.lines", text.c_str());
+    }
 };
 
 } // namespace
 
-std::unique_ptr<Page> MakeScalePage(GalleryWindow& window)
+std::shared_ptr<Page> MakeScalePage(GalleryWindow& window)
 {
-    return std::make_unique<ScalePage>(window);
+    return std::make_shared<ScalePage>(window);
 }
 
 } // namespace gallery

@@ -41,8 +41,8 @@ private:
 class TextsPage : public Page {
 public:
     using Page::Page;
-    ~TextsPage() override { CResourceManagerEx::GetInstance()->SetTextQueryInterface(nullptr); }
 
+protected:
     void Show() override
     {
         for (const wchar_t* language : kLanguages)
@@ -53,16 +53,12 @@ public:
         SetText(L"text.index", texts.GetImagePath(L"hills"));
         texts.SetTextQueryInterface(&m_clock);
         ShowAnswer();
+        OnClickOf(L"text.reload", [this] {
+            CResourceManagerEx::GetInstance()->ReloadText();
+            ShowAnswer();
+        });
     }
-
-    void Notify(TNotifyUI& notification) override
-    {
-        if (notification.sType != DUI_MSGTYPE_CLICK ||
-            notification.pSender->GetName() != L"text.reload")
-            return;
-        CResourceManagerEx::GetInstance()->ReloadText();
-        ShowAnswer();
-    }
+    void Hide() override { CResourceManagerEx::GetInstance()->SetTextQueryInterface(nullptr); }
 
 private:
     void ShowAnswer()
@@ -75,9 +71,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<Page> MakeTextsPage(GalleryWindow& window)
+std::shared_ptr<Page> MakeTextsPage(GalleryWindow& window)
 {
-    return std::make_unique<TextsPage>(window);
+    return std::make_shared<TextsPage>(window);
 }
 
 } // namespace gallery

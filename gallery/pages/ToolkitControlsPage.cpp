@@ -15,8 +15,6 @@ class ToolkitControlsPage : public Page {
 public:
     using Page::Page;
 
-    void Show() override { ShowProgress(); }
-
     void Notify(TNotifyUI& notification) override
     {
         if (!notification.pSender)
@@ -27,12 +25,14 @@ public:
                              notification.sType == DUI_MSGTYPE_LINK;
         if (reports && name.Find(L"controls.") == 0)
             SetText(L"controls.event", notification.sType + L" " + name);
-        if (notification.sType != DUI_MSGTYPE_CLICK)
-            return;
-        if (name == L"controls.less")
-            AddProgress(-kProgressStep);
-        else if (name == L"controls.more")
-            AddProgress(kProgressStep);
+    }
+
+protected:
+    void Show() override
+    {
+        ShowProgress();
+        OnClickOf(L"controls.less", [this] { AddProgress(-kProgressStep); });
+        OnClickOf(L"controls.more", [this] { AddProgress(kProgressStep); });
     }
 
 private:
@@ -54,9 +54,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<Page> MakeToolkitControlsPage(GalleryWindow& window)
+std::shared_ptr<Page> MakeToolkitControlsPage(GalleryWindow& window)
 {
-    return std::make_unique<ToolkitControlsPage>(window);
+    return std::make_shared<ToolkitControlsPage>(window);
 }
 
 } // namespace gallery

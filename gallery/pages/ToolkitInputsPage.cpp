@@ -11,22 +11,9 @@ using namespace DuiLib;
 constexpr const wchar_t* kSliders[] = {L"inputs.slider.plain", L"inputs.slider.pictures",
                                        L"inputs.slider.vertical"};
 
-bool IsOfEdit(const CDuiString& type)
-{
-    return type == DUI_MSGTYPE_TEXTCHANGED || type == DUI_MSGTYPE_RETURN ||
-           type == DUI_MSGTYPE_VKBACK || type == DUI_MSGTYPE_ESCAPE;
-}
-
 class ToolkitInputsPage : public Page {
 public:
     using Page::Page;
-
-    void Show() override
-    {
-        for (const wchar_t* const name : kSliders)
-            ShowValue(name);
-        LanguageChanged();
-    }
 
     void LanguageChanged() override
     {
@@ -36,18 +23,33 @@ public:
 
     void Notify(TNotifyUI& notification) override
     {
-        if (!notification.pSender)
+        if (!notification.pSender || (notification.sType != DUI_MSGTYPE_VALUECHANGED &&
+                                      notification.sType != DUI_MSGTYPE_VALUECHANGED_MOVE))
             return;
-        const CDuiString name = notification.pSender->GetName();
-        if (notification.sType == DUI_MSGTYPE_VALUECHANGED ||
-            notification.sType == DUI_MSGTYPE_VALUECHANGED_MOVE)
-            ShowValue(name);
-        else if (!IsOfEdit(notification.sType))
-            return;
-        SetText(L"inputs.event", notification.sType + L" " + name);
+        ShowValue(notification.pSender->GetName());
+        ShowEvent(notification.sType, notification.pSender);
     }
 
+protected:
+    void Show() override
+    {
+        for (const wchar_t* const name : kSliders)
+            ShowValue(name);
+        LanguageChanged();
+    }
+
+    void OnTextChanged(CControlUI* sender) override { ShowEvent(DUI_MSGTYPE_TEXTCHANGED, sender); }
+    void OnReturn(CControlUI* sender) override { ShowEvent(DUI_MSGTYPE_RETURN, sender); }
+    void OnEditKeyBackSpace(CControlUI* sender) override { ShowEvent(DUI_MSGTYPE_VKBACK, sender); }
+    void OnEditKeyEscape(CControlUI* sender) override { ShowEvent(DUI_MSGTYPE_ESCAPE, sender); }
+
 private:
+    void ShowEvent(LPCTSTR type, const CControlUI* sender)
+    {
+        if (IsShown())
+            SetText(L"inputs.event", CDuiString(type) + L" " + sender->GetName());
+    }
+
     void ShowValue(LPCTSTR name)
     {
         if (auto* const slider = Find<CSliderUI>(name))
@@ -58,9 +60,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<Page> MakeToolkitInputsPage(GalleryWindow& window)
+std::shared_ptr<Page> MakeToolkitInputsPage(GalleryWindow& window)
 {
-    return std::make_unique<ToolkitInputsPage>(window);
+    return std::make_shared<ToolkitInputsPage>(window);
 }
 
 } // namespace gallery

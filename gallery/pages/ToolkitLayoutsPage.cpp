@@ -3,9 +3,9 @@
 namespace gallery {
 
 // The skin says it all.
-std::unique_ptr<Page> MakeToolkitLayoutsPage(GalleryWindow& window)
+std::shared_ptr<Page> MakeToolkitLayoutsPage(GalleryWindow& window)
 {
-    return std::make_unique<Page>(window);
+    return std::make_shared<Page>(window);
 }
 
 } // namespace gallery

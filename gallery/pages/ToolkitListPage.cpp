@@ -75,19 +75,6 @@ class ToolkitListPage : public Page, public IListCallbackUI {
 public:
     using Page::Page;
 
-    ~ToolkitListPage() override
-    {
-        if (auto* const table = Table())
-            table->SetTextCallback(nullptr);
-    }
-
-    void Show() override
-    {
-        if (auto* const table = Table())
-            table->SetTextCallback(this);
-        Fill(kFewRows);
-    }
-
     void Notify(TNotifyUI& notification) override
     {
         if (!notification.pSender || !Table())
@@ -97,10 +84,6 @@ public:
             SortBy(name);
         else if (notification.sType == DUI_MSGTYPE_ITEMSELECT)
             ShowSelection();
-        else if (notification.sType == DUI_MSGTYPE_CLICK && name == L"list.few")
-            Fill(kFewRows);
-        else if (notification.sType == DUI_MSGTYPE_CLICK && name == L"list.many")
-            Fill(kManyRows);
         else if (notification.sType == DUI_MSGTYPE_SELECTCHANGED && name == L"list.multi")
             Table()->SetMultiSelect(notification.wParam != FALSE);
         else if (notification.sType == DUI_MSGTYPE_SELECTCHANGED && name == L"list.alternate")
@@ -121,6 +104,21 @@ public:
         return m_text.c_str();
     }
     DWORD GetItemTextColor(CControlUI*, int, int, int) override { return 0; }
+
+protected:
+    void Show() override
+    {
+        if (auto* const table = Table())
+            table->SetTextCallback(this);
+        Fill(kFewRows);
+        OnClickOf(L"list.few", [this] { Fill(kFewRows); });
+        OnClickOf(L"list.many", [this] { Fill(kManyRows); });
+    }
+    void Hide() override
+    {
+        if (auto* const table = Table())
+            table->SetTextCallback(nullptr);
+    }
 
 private:
     CListUI* Table() const { return Find<CListUI>(L"list.table"); }
@@ -178,9 +176,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<Page> MakeToolkitListPage(GalleryWindow& window)
+std::shared_ptr<Page> MakeToolkitListPage(GalleryWindow& window)
 {
-    return std::make_unique<ToolkitListPage>(window);
+    return std::make_shared<ToolkitListPage>(window);
 }
 
 } // namespace gallery

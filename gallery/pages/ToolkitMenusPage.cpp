@@ -16,44 +16,24 @@ constexpr const wchar_t* kContextMenu = L"menus/context.xml";
 
 enum Scene { kOpenCombo, kOpenFileMenu, kOpenViewMenu, kOpenContextMenu, kSceneCount };
 
-class ToolkitMenusPage : public Page, public IMessageFilterUI {
+class ToolkitMenusPage : public Page {
 public:
-    explicit ToolkitMenusPage(GalleryWindow& window) : Page(window)
-    {
-        Window().Manager().AddMessageFilter(this);
-    }
-    ~ToolkitMenusPage() override
-    {
-        CloseScene();
-        CMenuWnd::DestroyMenu();
-        Window().Manager().RemoveMessageFilter(this);
-    }
+    using Page::Page;
 
     void Notify(TNotifyUI& notification) override
     {
         if (!notification.pSender)
             return;
         const CDuiString name = notification.pSender->GetName();
-        if (notification.sType == DUI_MSGTYPE_CLICK && name == L"menus.file")
-            OpenBelow(*notification.pSender, kFileMenu);
-        else if (notification.sType == DUI_MSGTYPE_CLICK && name == L"menus.view")
-            OpenBelow(*notification.pSender, kViewMenu);
-        else if (notification.sType == DUI_MSGTYPE_MENU && name == L"menus.context")
-            OpenMenu(kContextMenu, notification.ptMouse);
-        else if (notification.sType == DUI_MSGTYPE_ITEMSELECT)
+        if (notification.sType == DUI_MSGTYPE_ITEMSELECT)
             SetText(L"menus.event", name + L": " + notification.pSender->GetText());
         else if (notification.sType == DUI_MSGTYPE_VALUECHANGED)
             SetText(L"menus.event", notification.sType + L" " + name);
     }
 
-    LRESULT MessageHandler(UINT message, WPARAM wParam, LPARAM, bool& handled) override
+    void MenuChosen(const MenuCmd& command) override
     {
-        if (message != WM_MENUCLICK)
-            return 0;
-        const std::unique_ptr<MenuCmd> command(reinterpret_cast<MenuCmd*>(wParam));
-        SetText(L"menus.event", CDuiString(L"WM_MENUCLICK ") + command->szName);
-        handled = true;
-        return 0;
+        SetText(L"menus.event", CDuiString(L"WM_MENUCLICK ") + command.szName);
     }
 
     int Scenes() const override { return kSceneCount; }
@@ -69,40 +49,54 @@ public:
                 OpenMenu(kContextMenu, {panel->GetPos().left + 40, panel->GetPos().top + 20});
         } else {
             const bool file = scene == kOpenFileMenu;
-            if (auto* const button = Find<CButtonUI>(file ? L"menus.file" : L"menus.view"))
-                OpenBelow(*button, file ? kFileMenu : kViewMenu);
-            if (auto* const menu = m_menu ? m_menu->m_pm.FindControl(L"menus.recent") : nullptr)
-                menu->Activate();
+            OpenBelow(file ? L"menus.file" : L"menus.view", file ? kFileMenu : kViewMenu);
+            if (auto* const recent = FindMenuControl(L"menus.recent"))
+                recent->Activate();
         }
     }
     void CloseScene() override
     {
-        Window().Manager().SetFocus(nullptr);
+        GetPaintManagerUI().SetFocus(nullptr);
         CMenuWnd::GetGlobalContextMenuObserver().RBroadcast({1, nullptr});
-        m_menu = nullptr;
+    }
+
+protected:
+    void Show() override
+    {
+        OnClickOf(L"menus.file", [this] { OpenBelow(L"menus.file", kFileMenu); });
+        OnClickOf(L"menus.view", [this] { OpenBelow(L"menus.view", kViewMenu); });
+    }
+    void Hide() override
+    {
+        CloseScene();
+        CMenuWnd::DestroyMenu();
+    }
+
+    void OnMenu(CControlUI* sender) override
+    {
+        if (IsShown() && sender == Find<CLabelUI>(L"menus.context"))
+            OpenMenu(kContextMenu, GetPaintManagerUI().GetMousePos());
     }
 
 private:
-    void OpenBelow(const CControlUI& control, const wchar_t* skin)
+    void OpenBelow(const wchar_t* button, const wchar_t* skin)
     {
-        const RECT& place = control.GetPos();
-        OpenMenu(skin, {place.left, place.bottom});
+        if (auto* const control = Find<CButtonUI>(button))
+            OpenMenu(skin, {control->GetPos().left, control->GetPos().bottom});
     }
 
     void OpenMenu(const wchar_t* skin, POINT point)
     {
-        ::ClientToScreen(Window().GetHWND(), &point);
-        m_menu = CMenuWnd::CreateMenu(nullptr, skin, point, &Window().Manager());
+        ::ClientToScreen(GetHwnd(), &point);
+        OnCreateMenuInit(nullptr, skin, point);
     }
-
-    CMenuWnd* m_menu = nullptr; // the one opened last, while a scene shows it
 };
 
 } // namespace
 
-std::unique_ptr<Page> MakeToolkitMenusPage(GalleryWindow& window)
+std::shared_ptr<Page> MakeToolkitMenusPage(GalleryWindow& window)
 {
-    return std::make_unique<ToolkitMenusPage>(window);
+    return std::make_shared<ToolkitMenusPage>(window);
 }
 
 } // namespace gallery

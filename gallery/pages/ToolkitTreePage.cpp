@@ -16,31 +16,38 @@ public:
         if (!notification.pSender || !tree)
             return;
         const CDuiString name = notification.pSender->GetName();
-        if (notification.sType == DUI_MSGTYPE_CLICK && name == L"tree.open")
-            tree->SetItemExpand(true);
-        else if (notification.sType == DUI_MSGTYPE_CLICK && name == L"tree.close")
-            tree->SetItemExpand(false);
-        else if (notification.sType == DUI_MSGTYPE_SELECTCHANGED && name == L"tree.checks")
+        if (notification.sType == DUI_MSGTYPE_SELECTCHANGED && name == L"tree.checks")
             tree->SetVisibleCheckBtn(notification.wParam != FALSE);
         else if (notification.sType == DUI_MSGTYPE_ITEMACTIVATE ||
                  notification.sType == DUI_MSGTYPE_TREEITEMDBCLICK)
-            ShowEvent(notification);
+            ShowEvent(notification.sType, notification.pSender);
+    }
+
+protected:
+    void Show() override
+    {
+        OnClickOf(L"tree.open", [this] { Expand(true); });
+        OnClickOf(L"tree.close", [this] { Expand(false); });
     }
 
 private:
-    void ShowEvent(const TNotifyUI& notification) const
+    void Expand(bool expand)
     {
-        auto* const node = dynamic_cast<CTreeNodeUI*>(notification.pSender);
-        if (node)
-            SetText(L"tree.event", notification.sType + L" " + node->GetItemText());
+        if (auto* const tree = Find<CTreeViewUI>(L"tree.parts"))
+            tree->SetItemExpand(expand);
+    }
+    void ShowEvent(const CDuiString& type, CControlUI* sender) const
+    {
+        if (auto* const node = dynamic_cast<CTreeNodeUI*>(sender))
+            SetText(L"tree.event", type + L" " + node->GetItemText());
     }
 };
 
 } // namespace
 
-std::unique_ptr<Page> MakeToolkitTreePage(GalleryWindow& window)
+std::shared_ptr<Page> MakeToolkitTreePage(GalleryWindow& window)
 {
-    return std::make_unique<ToolkitTreePage>(window);
+    return std::make_shared<ToolkitTreePage>(window);
 }
 
 } // namespace gallery

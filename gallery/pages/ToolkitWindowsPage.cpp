@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace gallery {
@@ -77,8 +78,8 @@ protected:
 private:
     OpenedWindow(const wchar_t* skin, CPaintManagerUI& main) : m_skin(skin), m_main(main) {}
 
-    // That of the main window, whatever the monitor asks for. A new window has just set the scale of
-    // the process to its own.
+    // That of the main window, whatever the monitor asks for. A new window has just set the scale
+    // of the process to its own.
     void TakeScale()
     {
         const auto percent = static_cast<int>(m_main.GetDPIObj()->GetScale());
@@ -117,33 +118,7 @@ const wchar_t* NameOf(UINT message)
 
 class ToolkitWindowsPage : public Page, public IMessageFilterUI {
 public:
-    explicit ToolkitWindowsPage(GalleryWindow& window)
-        : Page(window), m_hasOle(SUCCEEDED(::OleInitialize(nullptr)))
-    {
-        Window().Manager().AddMessageFilter(this);
-        Window().Manager().EnableDragDrop(true);
-    }
-    ~ToolkitWindowsPage() override
-    {
-        CloseScene();
-        Window().Manager().EnableDragDrop(false);
-        Window().Manager().RemoveMessageFilter(this);
-        if (m_hasOle)
-            ::OleUninitialize();
-    }
-
-    void Notify(TNotifyUI& notification) override
-    {
-        if (notification.sType != DUI_MSGTYPE_CLICK)
-            return;
-        const CDuiString name = notification.pSender->GetName();
-        if (name == L"windows.modal")
-            OpenModal();
-        else if (name == L"windows.layered")
-            Open(kLayered);
-        else if (name == L"windows.second")
-            Open(kSecond);
-    }
+    using Page::Page;
 
     LRESULT MessageHandler(UINT message, WPARAM wParam, LPARAM lParam, bool&) override
     {
@@ -175,9 +150,26 @@ public:
         m_opened.clear();
     }
 
-private:
-    int Percent() const { return static_cast<int>(Window().Manager().GetDPIObj()->GetScale()); }
+protected:
+    void Show() override
+    {
+        m_hasOle = SUCCEEDED(::OleInitialize(nullptr));
+        GetPaintManagerUI().AddMessageFilter(this);
+        EnableDragDrop(true);
+        OnClickOf(L"windows.modal", [this] { OpenModal(); });
+        OnClickOf(L"windows.layered", [this] { Open(kLayered); });
+        OnClickOf(L"windows.second", [this] { Open(kSecond); });
+    }
+    void Hide() override
+    {
+        CloseScene();
+        EnableDragDrop(false);
+        GetPaintManagerUI().RemoveMessageFilter(this);
+        if (std::exchange(m_hasOle, false))
+            ::OleUninitialize();
+    }
 
+private:
     void OpenModal()
     {
         const HWND owner = Window().GetHWND();
@@ -185,7 +177,7 @@ private:
         if (!dialog)
             return;
         const UINT result = dialog->ShowModal();
-        if (::IsWindow(owner) && Window().ShownPage() == this)
+        if (IsShown())
             SetText(L"windows.event", (L"ShowModal: " + std::to_wstring(result)).c_str());
     }
 
@@ -198,15 +190,15 @@ private:
         m_opened.push_back(window->GetHWND());
     }
 
-    bool m_hasOle;
+    bool m_hasOle = false;
     std::vector<HWND> m_opened;
 };
 
 } // namespace
 
-std::unique_ptr<Page> MakeToolkitWindowsPage(GalleryWindow& window)
+std::shared_ptr<Page> MakeToolkitWindowsPage(GalleryWindow& window)
 {
-    return std::make_unique<ToolkitWindowsPage>(window);
+    return std::make_shared<ToolkitWindowsPage>(window);
 }
 
 } // namespace gallery

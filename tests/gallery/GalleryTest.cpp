@@ -1,5 +1,6 @@
 #include "gallery/Application.h"
 #include "gallery/GalleryWindow.h"
+#include "gallery/MonitorRules.h"
 #include "gallery/Tour.h"
 #include "support/ObjectCounters.h"
 #include "support/TempFolder.h"
