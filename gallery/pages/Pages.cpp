@@ -9,6 +9,7 @@ std::span<const PageEntry> Pages()
         {L"rounded-button", MakeRoundedButtonPage},
         {L"texts", MakeTextsPage},
         {L"scale", MakeScalePage},
+        {L"frame", MakeFramePage},
         {L"toolkit-controls", MakeToolkitControlsPage},
         {L"toolkit-inputs", MakeToolkitInputsPage},
         {L"toolkit-layouts", MakeToolkitLayoutsPage},

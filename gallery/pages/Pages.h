@@ -5,6 +5,7 @@
 namespace gallery {
 
 // One function per page, in the page's own source.
+std::shared_ptr<Page> MakeFramePage(GalleryWindow& window);
 std::shared_ptr<Page> MakeRoundedButtonPage(GalleryWindow& window);
 std::shared_ptr<Page> MakeScalePage(GalleryWindow& window);
 std::shared_ptr<Page> MakeTextsPage(GalleryWindow& window);
