@@ -12,6 +12,7 @@ namespace bench {
 namespace {
 
 constexpr int kSamples = 15;
+constexpr int kSamplesForTheLeast = 100;
 constexpr double kSampleNanoseconds = 4e6;
 
 double Now()
@@ -66,6 +67,18 @@ Pair TimeBoth(const std::function<void()>& function, const std::function<void()>
         bareSamples[static_cast<std::size_t>(i)] = TimeOfCalls(bare, bareCalls);
     }
     return {Median(std::move(samples)), Median(std::move(bareSamples))};
+}
+
+Pair LeastOfBoth(const std::function<void()>& function, const std::function<void()>& bare)
+{
+    const int calls = CallsPerSample(function);
+    const int bareCalls = CallsPerSample(bare);
+    Pair least{TimeOfCalls(function, calls), TimeOfCalls(bare, bareCalls)};
+    for (int i = 1; i < kSamplesForTheLeast; ++i) {
+        least.cost = std::min(least.cost, TimeOfCalls(function, calls));
+        least.bare = std::min(least.bare, TimeOfCalls(bare, bareCalls));
+    }
+    return least;
 }
 
 void Report::Add(Result result)

@@ -18,6 +18,10 @@ struct Pair {
 };
 Pair TimeBoth(const std::function<void()>& function, const std::function<void()>& bare);
 
+// The same for functions that do nothing but compute: the least of many samples, which other
+// programs disturb only by chance.
+Pair LeastOfBoth(const std::function<void()>& function, const std::function<void()>& bare);
+
 // A line of the report.
 struct Result {
     std::string name;
@@ -43,13 +47,16 @@ private:
 };
 
 // One function per source.
+void RunControllerBench(Report& report);
 void RunDialogBench(Report& report);
 void RunFindBench(Report& report);
 void RunListBench(Report& report);
 void RunMemoryBench(Report& report);
 void RunMenuBench(Report& report);
 void RunPaintBench(Report& report);
+void RunQueueBench(Report& report);
 void RunResizeBench(Report& report);
+void RunRouteBench(Report& report);
 void RunSkinBench(Report& report);
 void RunToggleSwitchBench(Report& report);
 void RunTreeBench(Report& report);

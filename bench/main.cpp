@@ -21,6 +21,9 @@ int main(int argc, char** argv)
     bench::RunMemoryBench(report);
     bench::RunMenuBench(report);
     bench::RunToggleSwitchBench(report);
+    bench::RunQueueBench(report);
+    bench::RunRouteBench(report);
+    bench::RunControllerBench(report);
     report.Print();
 
     if (argc == 3 && std::strcmp(argv[1], "--json") == 0) {
