@@ -1,5 +1,6 @@
 #include "quillet/quillet.h"
 #include "support/ImportHook.h"
+#include "support/ObjectCounters.h"
 #include "tests/quillet/frame/FreshProcess.h"
 #include "win32/Handles.h"
 
@@ -31,7 +32,7 @@ using Quillet::UniqueKernelHandle;
 using Task = std::function<void()>;
 
 constexpr UINT kWakeUp = WM_USER + 4;
-constexpr std::chrono::seconds kDeadline{60}; // only a failure gets there
+constexpr std::chrono::seconds kDeadline{30}; // only a failure gets there
 
 static_assert(std::is_same_v<decltype(&QuilletGlobal::GetInstatnce), QuilletGlobal& (*)()>);
 static_assert(!std::is_default_constructible_v<QuilletGlobal>);
@@ -377,6 +378,21 @@ TEST_F(MainQueueTest, AnEmptyTaskIsQueuedAndSkipped)
     EXPECT_EQ(TakeWakeUps(), 4);
     EXPECT_TRUE(Queue().finish());
     EXPECT_EQ(log, "A B ");
+}
+
+TEST_F(MainQueueTest, EmptyTasksTakeUpRoomUntilTheyAreSkipped)
+{
+    const auto dispatchMany = [] {
+        for (int i = 0; i < 1000; ++i)
+            Queue().dispatch(Task{});
+    };
+    dispatchMany();
+    Queue().finish();
+    const int before = HeapBlocks();
+    dispatchMany();
+    EXPECT_GT(HeapBlocks(), before);
+    Queue().finish();
+    EXPECT_EQ(HeapBlocks(), before);
 }
 
 TEST_F(MainQueueTest, OtherThreadsGetAChanceAfterEachTaskThatRan)

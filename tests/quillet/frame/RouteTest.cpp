@@ -1,11 +1,13 @@
 #include "quillet/quillet.h"
 #include "tests/quillet/frame/FreshProcess.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <limits>
+#include <malloc.h>
 #include <memory>
 #include <new>
 #include <string>
@@ -384,10 +386,13 @@ TEST(RouteProcessTest, TheOneRouteStartsEmptyAndKeepsWhatItIsGiven)
 
 // The library's own objects of the process end in the reverse of the order in which they began, so
 // a route that ended with the process would do so before the queue, which was touched earlier.
+constexpr auto kNoBlock = static_cast<std::size_t>(-1);
+
 TEST(RouteProcessTest, TheOneRouteStillWorksWhileTheProcessEnds)
 {
     static constexpr UINT kHeard = 5;
     static constexpr UINT kUnheard = 6;
+    static constexpr UINT kFreed = 8;
     struct Last : IMessage {
         void OnRouteMessage(int, void*) override
         {
@@ -401,6 +406,8 @@ TEST(RouteProcessTest, TheOneRouteStillWorksWhileTheProcessEnds)
             static Route* const route = Route::GetInstance();
             route->Register(&receiver);
             queue.dispatch([atTheEnd = std::shared_ptr<void>(&receiver, [](void*) {
+                                if (_msize(route) == kNoBlock)
+                                    ::TerminateProcess(::GetCurrentProcess(), kFreed);
                                 route->DispatchMessageW(1, nullptr);
                                 ::TerminateProcess(::GetCurrentProcess(), kUnheard);
                             })] {});
