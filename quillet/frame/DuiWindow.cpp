@@ -110,8 +110,6 @@ DuiWindow::~DuiWindow()
 HWND DuiWindow::Create(HWND parent, const wchar_t* name, const wchar_t* skinFile, DWORD style,
                        DWORD exStyle, bool mask, bool keepTitle)
 {
-    if (m_hWnd)
-        return nullptr;
     m_hOwner = parent;
     if (mask) {
         m_hMask = MaskLayerWindow::Open(parent, keepTitle);

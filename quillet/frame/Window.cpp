@@ -17,9 +17,11 @@ DuiWindow* UIWindow::Living() const
 HWND UIWindow::Create(HWND parent, const wchar_t* name, const wchar_t* skinFile, DWORD style,
                       DWORD exStyle, bool bMask, bool bTitle)
 {
-    m_bMask = bMask;
     DuiWindow* const window = Living();
-    return window ? window->Create(parent, name, skinFile, style, exStyle, bMask, bTitle) : nullptr;
+    if (!window || window->GetHWND())
+        return nullptr;
+    m_bMask = bMask;
+    return window->Create(parent, name, skinFile, style, exStyle, bMask, bTitle);
 }
 
 void UIWindow::AddUIController(std::shared_ptr<UIController> controller)

@@ -32,9 +32,9 @@ public:
     ~UIWindow();
 
     // Makes the window, hidden unless the style says otherwise, and initialises its controllers.
-    // Null when it cannot be made. The skin's name is not copied: it must stay as it is during the
-    // call. With bMask a dimming, disabled window covers the parent (with bTitle all but the 33
-    // design pixels at its top), owns this one and ends with it.
+    // Null when it cannot be made, or has been made before. The skin's name is not copied: it must
+    // stay as it is during the call. With bMask a dimming, disabled window covers the parent (with
+    // bTitle all but the 33 design pixels at its top), owns this one and ends with it.
     //
     // Published: with a mask, ShowModal disables the mask and not the parent.
     HWND Create(HWND parent, const wchar_t* name, const wchar_t* skinFile, DWORD style,

@@ -76,6 +76,21 @@ TEST(ControllerIdTest, TheCountersAreNotGuardedAgainstWrappingRound)
     EXPECT_EQ(CounterProbe::GenerateMsgId(), 0u);
 }
 
+TEST(ControllerIdTest, NumbersThatTheLibraryUsesItselfAreNotSkipped)
+{
+    const CounterProbe probe;
+    FrameHost host;
+    host.Make();
+    for (const UINT taken : {3257u, 9001u}) {
+        CounterProbe::m_timerBaseId = taken;
+        int ticks = 0;
+        EXPECT_EQ(host.first->SetTimer(100000, [&] { ++ticks; }), taken);
+        host.Send(WM_TIMER, taken);
+        EXPECT_EQ(ticks, 1);
+        host.first->KillTimer(taken);
+    }
+}
+
 TEST(ControllerIdTest, TheCountersArePlainNumbers)
 {
     static_assert(std::is_same_v<decltype(CounterProbe::m_timerBaseId), UINT>);

@@ -147,10 +147,13 @@ TEST(UIWindowTest, ACreationThatFailsGivesNull)
 
 TEST(UIWindowTest, ASecondCreationGivesNullAndChangesNothing)
 {
+    const Parent parent;
     FrameHost host;
-    host.Make();
-    EXPECT_EQ(host.window.Create(nullptr, L"Test", kFrameSkin, WS_POPUP, 0, false, false), nullptr);
+    host.Make(parent.handle);
+    EXPECT_EQ(host.window.Create(nullptr, L"Test", kFrameSkin, WS_POPUP, 0, true, false), nullptr);
     EXPECT_TRUE(host.window.IsWindow());
+    host.window.ShowWindow(false);
+    EXPECT_TRUE(::IsWindowVisible(parent.handle)) << "it has no mask";
     host.window.SendMessageW(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"still"));
     EXPECT_EQ(::GetWindowTextLengthW(host.handle), 5);
 }
