@@ -131,6 +131,7 @@ protected:
     {
         constexpr int kTries = 12;
         Growth least{INT_MAX, INT_MAX, INT_MAX};
+        const std::string kinds = test::GdiObjectKinds();
         const auto grows = [&] { return least.blocks > 0 || least.gdi > 0 || least.gdiplus > 0; };
         for (int i = 0; i < kTries && grows(); ++i) {
             const Growth growth = GrowthBy(plan, refused);
@@ -139,7 +140,7 @@ protected:
             least.gdiplus = std::min(least.gdiplus, growth.gdiplus);
         }
         EXPECT_LE(least.blocks, 0) << "memory";
-        EXPECT_LE(least.gdi, 0) << "GDI";
+        EXPECT_LE(least.gdi, 0) << "GDI: " << kinds << " became " << test::GdiObjectKinds();
         EXPECT_LE(least.gdiplus, 0) << "GDI+";
     }
 

@@ -5,8 +5,10 @@
 
 #include <winternl.h>
 
+#include <algorithm>
 #include <cstring>
 #include <malloc.h>
+#include <span>
 #include <string_view>
 
 namespace test {
@@ -25,6 +27,14 @@ struct GdiEntry {
 
 constexpr int kGdiEntries = 65536;
 constexpr std::size_t kSharedHandleTable = 0xF8; // offset in the x64 process environment block
+
+std::span<const GdiEntry> GdiTable()
+{
+    auto* const block = reinterpret_cast<const BYTE*>(::NtCurrentTeb()->ProcessEnvironmentBlock);
+    const GdiEntry* table = nullptr;
+    std::memcpy(&table, block + kSharedHandleTable, sizeof table);
+    return {table, kGdiEntries};
+}
 
 BOOL CALLBACK CountWindow(HWND, LPARAM counter)
 {
@@ -121,13 +131,26 @@ int GdiObjects()
     const DWORD counted = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
     if (counted != 0)
         return static_cast<int>(counted);
-    auto* const block = reinterpret_cast<const BYTE*>(::NtCurrentTeb()->ProcessEnvironmentBlock);
-    const GdiEntry* table = nullptr;
-    std::memcpy(&table, block + kSharedHandleTable, sizeof table);
     int objects = 0;
-    for (int i = 0; i < kGdiEntries; ++i)
-        objects += table[i].type != 0;
+    for (const GdiEntry& entry : GdiTable())
+        objects += entry.type != 0;
     return objects;
+}
+
+std::string GdiObjectKinds()
+{
+    static constexpr struct {
+        UCHAR type;
+        const char* name;
+    } kKinds[] = {{0x01, "DC"},   {0x04, "region"}, {0x05, "bitmap"}, {0x08, "palette"},
+                  {0x0A, "font"}, {0x10, "brush"},  {0x30, "pen"}};
+    std::string text;
+    for (const auto& kind : kKinds) {
+        const auto count = std::ranges::count(
+            GdiTable(), kind.type, [](const GdiEntry& entry) { return entry.type & 0x7F; });
+        text += (text.empty() ? "" : ", ") + std::to_string(count) + ' ' + kind.name;
+    }
+    return text;
 }
 
 int UserWindows()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace test {
 
 // Exact numbers of what the process holds right now. Run an action once before counting: the
@@ -7,6 +9,9 @@ namespace test {
 
 // Bitmaps, brushes, pens, fonts, regions, DCs.
 int GdiObjects();
+
+// The same by kind, such as "3 DC, 12 region", where the system tells.
+std::string GdiObjectKinds();
 
 // Top-level windows of this thread and all their children.
 int UserWindows();
