@@ -183,6 +183,36 @@ TEST(ManagerLifeTest, DeletingTheRootOutsideLeavesAnEmptyWindow)
     host.Layout();
 }
 
+TEST(ManagerLifeTest, AControlThatIsDeletedLaterMayLeaveAnotherOneBehind)
+{
+    class Last : public CControlUI {
+    public:
+        explicit Last(int& ended) : m_ended(ended) {}
+        ~Last() override { ++m_ended; }
+
+    private:
+        int& m_ended;
+    };
+    class First : public CControlUI {
+    public:
+        First(CPaintManagerUI& manager, int& ended) : m_owner(manager), m_ended(ended) {}
+        ~First() override
+        {
+            ++m_ended;
+            m_owner.AddDelayedCleanup(new Last(m_ended));
+        }
+
+    private:
+        CPaintManagerUI& m_owner;
+        int& m_ended;
+    };
+    ControlHost host(50, 50);
+    int ended = 0;
+    host.Manager().AddDelayedCleanup(new First(host.Manager(), ended));
+    host.Pump();
+    EXPECT_EQ(ended, 2);
+}
+
 TEST(ManagerLifeTest, SizesOfTheWindowAreDesignPixels)
 {
     ControlHost host(40, 30, 144);
