@@ -52,20 +52,17 @@ private:
     const wchar_t* m_name;
 };
 
-// Receivers stay registered for ever, so they are made once in the process.
+// Receivers stay registered for ever, so each is registered once in the process.
 void RegisterListeners()
 {
-    static Listener first(L"client 1");
     static Listener service(L"service");
+    static Listener first(L"client 1");
     static Listener second(L"client 2");
-    static const bool registered = [] {
-        auto& route = *Quillet::Route::GetInstance();
-        route.Register(&first);
-        route.RegisterService(&service);
-        route.Register(&second);
-        return true;
-    }();
-    static_cast<void>(registered);
+    auto& route = *Quillet::Route::GetInstance();
+    static const bool firstIsIn = (route.Register(&first), true);
+    static const bool serviceIsIn = (route.RegisterService(&service), true);
+    static const bool secondIsIn = (route.Register(&second), true);
+    static_cast<void>(firstIsIn && serviceIsIn && secondIsIn);
 }
 
 class FramePage : public Page {
@@ -180,9 +177,7 @@ private:
 
     void ShowMessages(WPARAM count)
     {
-        SetText(
-            L"frame.messages",
-            (L"message " + std::to_wstring(m_message) + L": " + std::to_wstring(count)).c_str());
+        SetText(L"frame.messages", (L"message: " + std::to_wstring(count)).c_str());
     }
 
     // A timer's callback stays for ever, so it is set once and started anew.
@@ -198,8 +193,7 @@ private:
 
     void ShowTicks(int count)
     {
-        SetText(L"frame.ticks",
-                (L"timer " + std::to_wstring(m_timer) + L": " + std::to_wstring(count)).c_str());
+        SetText(L"frame.ticks", (L"timer: " + std::to_wstring(count)).c_str());
     }
 
     void OpenMenu()
