@@ -18,8 +18,8 @@ struct Pair {
 };
 Pair TimeBoth(const std::function<void()>& function, const std::function<void()>& bare);
 
-// The same for functions that do nothing but compute: the least of many samples, which other
-// programs disturb only by chance.
+// The same for functions that other programs disturb by more than what is to be seen: the least of
+// many samples.
 Pair LeastOfBoth(const std::function<void()>& function, const std::function<void()>& bare);
 
 // A line of the report.
