@@ -26,7 +26,7 @@ using namespace Quillet::Text;
 
 constexpr UINT kDeepestControl = 256;
 constexpr std::size_t kDeepestInclude = 64;
-constexpr int kMostControls = 1'000'000; // counting every inclusion as one
+constexpr int kMostControls = 100'000; // counting every inclusion as one
 constexpr int kDefaultFontSize = 12;
 
 // What an element other than a control is.
@@ -56,6 +56,24 @@ ElementKind KindOf(std::wstring_view name)
     return ElementKind::Control;
 }
 
+// What fails in one repetition of an Include fails in all of them, so it is told once.
+class Repetition {
+public:
+    explicit Repetition(bool again) : m_outer(s_again) { s_again = m_outer || again; }
+    ~Repetition() { s_again = m_outer; }
+    Repetition(const Repetition&) = delete;
+    Repetition& operator=(const Repetition&) = delete;
+
+    static bool IsRunning() { return s_again; }
+
+private:
+    static thread_local bool s_again;
+
+    bool m_outer;
+};
+
+thread_local bool Repetition::s_again = false;
+
 // The element whose attributes are being set on this thread, for the reasons of failures.
 class ElementScope {
 public:
@@ -72,6 +90,8 @@ public:
 private:
     static void ReportBadValue(std::wstring_view name, LPCTSTR value)
     {
+        if (Repetition::IsRunning())
+            return;
         const std::wstring what = std::wstring(name) + L": \"" + value + L"\" is not a colour";
         ReportFailure(s_current ? s_current->m_document.At(s_current->m_index, what) : what);
     }
@@ -332,7 +352,7 @@ CControlUI* CDialogBuilder::BuildControl(Build& build, CMarkupNode node, UINT de
         return nullptr;
     }
     if (++build.controls > kMostControls) {
-        Refuse(build, node, L"the skin has more than a million controls");
+        Refuse(build, node, L"the skin has more than 100,000 controls");
         return nullptr;
     }
 
@@ -420,8 +440,9 @@ void CDialogBuilder::BuildIncluded(Build& build, CMarkupNode node, CControlUI* p
     const int count = node.HasAttribute(L"count") ? ToInt(node.GetAttributeValue(L"count")) : 1;
     build.sources.push_back(key);
     for (int i = 0; i < count && !build.IsRefused(); ++i) {
+        const Repetition repetition(i > 0);
         if (++build.controls > kMostControls)
-            Refuse(build, node, L"the skin has more than a million controls");
+            Refuse(build, node, L"the skin has more than 100,000 controls");
         else
             BuildChildren(build, document.GetRoot(), parent, depth, first);
     }
@@ -430,7 +451,8 @@ void CDialogBuilder::BuildIncluded(Build& build, CMarkupNode node, CControlUI* p
 
 void CDialogBuilder::Report(CMarkupNode node, const std::wstring& what)
 {
-    ReportFailure(node.m_pDocument->At(node.m_uIndex, what));
+    if (!Repetition::IsRunning())
+        ReportFailure(node.m_pDocument->At(node.m_uIndex, what));
 }
 
 void CDialogBuilder::Refuse(Build& build, CMarkupNode node, const std::wstring& what)
@@ -439,7 +461,7 @@ void CDialogBuilder::Refuse(Build& build, CMarkupNode node, const std::wstring& 
     const auto position = document.PositionOf(document.elements[node.m_uIndex].offset);
     build.error = what;
     build.errorPlace = PlaceOf(document.source, position.line, position.column);
-    Report(node, what);
+    ReportFailure(document.At(node.m_uIndex, what));
 }
 
 CMarkup* CDialogBuilder::GetMarkup()

@@ -626,6 +626,16 @@ TEST_F(DialogBuilderIncludeTest, IncludesInACircleAreRefused)
     EXPECT_NE(LastError().find(L"never ends"), std::wstring::npos);
 }
 
+TEST_F(DialogBuilderIncludeTest, WhatFailsInEveryRepetitionIsToldOnce)
+{
+    folder.Write(L"part.xml", std::string_view("<A><Nobody/><Label textcolor=\"red\"/></A>"));
+    const test::DebugOutput lines(L"DuiLib.dll");
+    EXPECT_NE(Build(L"<Window><VerticalLayout><Include source=\"part.xml\" count=\"50\"/>"
+                    L"</VerticalLayout></Window>"),
+              nullptr);
+    EXPECT_EQ(lines.Lines().size(), 2u);
+}
+
 TEST_F(DialogBuilderIncludeTest, IncludesThatMultiplyAreRefused)
 {
     // Twenty files that each include the next one ten times: 10^20 controls.
@@ -635,5 +645,5 @@ TEST_F(DialogBuilderIncludeTest, IncludesThatMultiplyAreRefused)
     }
     folder.Write(L"20.xml", std::string_view("<A><Include source=\"none.xml\"/></A>"));
     EXPECT_EQ(Build(L"0.xml"), nullptr);
-    EXPECT_NE(LastError().find(L"more than a million"), std::wstring::npos);
+    EXPECT_NE(LastError().find(L"more than 100,000"), std::wstring::npos);
 }
