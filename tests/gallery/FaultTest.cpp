@@ -84,21 +84,6 @@ protected:
         return canvas.Take();
     }
 
-    // What the page opens beside itself; but for windows of the frame, which are never freed when
-    // they cannot be created.
-    void OpenScenes(gallery::GalleryWindow& window) const
-    {
-        gallery::Page* const shown = window.ShownPage();
-        if (!shown || page.name == std::wstring_view(L"frame"))
-            return;
-        for (int i = 0; i < shown->Scenes(); ++i) {
-            shown->OpenScene(i);
-            Dispatch();
-            shown->CloseScene();
-            Dispatch();
-        }
-    }
-
     // Gives the number of requests; notes whether the window was there, if only for a moment.
     int Visit(FaultPlan& plan, int refused, test::Picture* picture = nullptr)
     {
@@ -110,7 +95,6 @@ protected:
                 window.ShowPage(page);
                 ::UpdateWindow(window.GetHWND());
                 Dispatch();
-                OpenScenes(window);
             }
         } catch (const std::bad_alloc&) {
         }
