@@ -110,6 +110,19 @@ protected:
 
     bool m_created = false;
 
+    // What the system itself keeps of any window that has gone.
+    static int GdiKeptOfABareWindow()
+    {
+        const int before = test::GdiObjects();
+        const HWND window = ::CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 1040,
+                                              700, nullptr, nullptr, nullptr, nullptr);
+        ::UpdateWindow(window);
+        Dispatch();
+        ::DestroyWindow(window);
+        Dispatch();
+        return std::max(test::GdiObjects() - before, 0);
+    }
+
     // What there is more after a visit than before.
     struct Growth {
         int blocks; // of memory
@@ -122,7 +135,9 @@ protected:
         Visit(plan, refused);
         // A window of the frame that was never created is never freed.
         const int blocks = m_created ? FaultPlan::HeldBlocks() - before.blocks : 0;
-        return {blocks, test::GdiObjects() - before.gdi, test::GdiplusObjects() - before.gdiplus};
+        const int gdi = test::GdiObjects() - before.gdi;
+        return {blocks, gdi > 0 ? gdi - GdiKeptOfABareWindow() : gdi,
+                test::GdiplusObjects() - before.gdiplus};
     }
 
     // A leak grows each time. What is kept on purpose does not: reasons of failures, spare regions,
