@@ -332,6 +332,7 @@ TEST(WindowWndTest, ShowModalReturnsTheCodeOfTheClose)
     bool ownerEnabledDuring = true;
     dialog.action = [&] {
         ownerEnabledDuring = ::IsWindowEnabled(owner) != FALSE;
+        owner.messages.clear();
         dialog.Close(77);
     };
     dialog.PostMessage(kRun);
@@ -339,7 +340,7 @@ TEST(WindowWndTest, ShowModalReturnsTheCodeOfTheClose)
     EXPECT_EQ(dialog.ShowModal(), 77u);
     EXPECT_FALSE(ownerEnabledDuring);
     EXPECT_TRUE(::IsWindowEnabled(owner));
-    EXPECT_EQ(::GetFocus(), owner.GetHWND());
+    EXPECT_TRUE(owner.Got(WM_SETFOCUS));
     EXPECT_EQ(dialog.GetHWND(), nullptr);
 }
 
