@@ -84,6 +84,21 @@ std::wstring OnOneLine(std::wstring_view text)
     return line;
 }
 
+// GDI ends a line at a carriage return, a line feed or both together; GDI+ has its own mind about
+// carriage returns.
+std::wstring WithLineFeeds(std::wstring_view text)
+{
+    std::wstring lines;
+    lines.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); at++) {
+        const bool isReturn = text[at] == L'\r';
+        lines += isReturn ? L'\n' : text[at];
+        if (isReturn && text.substr(at + 1).starts_with(L'\n'))
+            at++;
+    }
+    return lines;
+}
+
 INT FontStyleOf(const LOGFONTW& look)
 {
     INT style = Gdiplus::FontStyleRegular;
@@ -150,8 +165,7 @@ bool DrawTextWithGdiplus(HDC dc, CPaintManagerUI& manager, HFONT font, std::wstr
     Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
     ApplyStyle(format, style);
 
-    const std::wstring line = style & DT_SINGLELINE ? OnOneLine(text) : std::wstring();
-    const auto shown = style & DT_SINGLELINE ? std::wstring_view(line) : text;
+    const std::wstring shown = style & DT_SINGLELINE ? OnOneLine(text) : WithLineFeeds(text);
     const auto length = static_cast<INT>(shown.size());
     auto area = ToRectF(rect);
     if (style & DT_CALCRECT) {

@@ -511,6 +511,17 @@ TEST_F(GdiplusTextTest, LineFeedsBreakUnlessSingleLine)
     EXPECT_GT(heightOf(0), heightOf(DT_SINGLELINE));
 }
 
+TEST_F(GdiplusTextTest, CarriageReturnsBreakAsLineFeedsDo)
+{
+    const auto draw = [&](const wchar_t* text) {
+        return Drawn(text, {0, 0, 160, 90}, kLarge, DT_WORDBREAK);
+    };
+    EXPECT_EQ(draw(L"a\rb"), draw(L"a\nb"));
+    EXPECT_EQ(draw(L"a\r"), draw(L"a"));
+    EXPECT_EQ(draw(L"a\r\nb"), draw(L"a\nb"));
+    EXPECT_NE(draw(L"a\rb"), draw(L"a b"));
+}
+
 TEST_F(GdiplusTextTest, AlphaOfTheColourIsIgnored)
 {
     const RECT rect{0, 0, 160, 90};
