@@ -6,7 +6,7 @@ The pictures are kept in the repository; run this after changing it.
 import pathlib
 import sys
 
-from PIL import Image, ImageDraw, ImageFilter
+from PIL import Image, ImageDraw
 
 SCALES = (100, 125, 150, 175, 200, 225)
 OVERSAMPLING = 8
@@ -82,25 +82,6 @@ def states(width, height):
     return picture
 
 
-def dialog(scale):
-    """A white card with round corners on its shadow, for nine-grid drawing: 12 pixels of shadow."""
-    def px(design):
-        return round(design * scale * OVERSAMPLING / 100)
-    size = (px(64), px(64))
-    card = (px(12), px(12), size[0] - px(12) - 1, size[1] - px(12) - 1)
-    lowered = (card[0], card[1] + px(2), card[2], card[3] + px(2))
-    shadow = Image.new("L", size, 0)
-    ImageDraw.Draw(shadow).rounded_rectangle(lowered, radius=px(8), fill=82)
-    shadow = shadow.filter(ImageFilter.GaussianBlur(px(4)))
-    picture = Image.new("RGBA", size, (31, 41, 51, 0))
-    picture.putalpha(shadow)
-    top = Image.new("RGBA", size, (0, 0, 0, 0))
-    ImageDraw.Draw(top).rounded_rectangle(card, radius=px(8), fill=(255, 255, 255, 255),
-                                          outline=(197, 206, 216, 255), width=px(1))
-    picture.alpha_composite(top)
-    return picture.resize((64 * scale // 100, 64 * scale // 100), Image.LANCZOS)
-
-
 def main():
     skin = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else
                         pathlib.Path(__file__).parent.parent / "gallery" / "skin")
@@ -117,11 +98,6 @@ def main():
             suffix = "" if scale == 100 else f"@{scale}"
             rounded_button(scale, top, bottom).save(
                 buttons / f"btn_blue_round_{look}{suffix}.png", optimize=True)
-    common = skin / "common"
-    common.mkdir(parents=True, exist_ok=True)
-    for scale in SCALES:
-        suffix = "" if scale == 100 else f"@{scale}"
-        dialog(scale).save(common / f"dialog{suffix}.png", optimize=True)
     pictures = skin / "pictures"
     pictures.mkdir(parents=True, exist_ok=True)
     photo = photograph(240, 150)
