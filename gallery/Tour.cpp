@@ -1,9 +1,10 @@
 #include "gallery/Tour.h"
 
 #include "gallery/GalleryWindow.h"
+#include "gallery/Screenshot.h"
 #include "win32/Handles.h"
 
-#include <set>
+#include <string>
 
 namespace gallery {
 
@@ -26,52 +27,6 @@ void DispatchWhatIsQueued(HWND window)
     }
     ::UpdateWindow(window);
 }
-
-RECT ClientOf(HWND window)
-{
-    RECT client{};
-    ::GetClientRect(window, &client);
-    return client;
-}
-
-// A rectangle of a window's client area, or of the screen, read back as it is shown.
-class Screenshot {
-public:
-    Screenshot(HWND window, const RECT& area)
-        : m_width(area.right - area.left), m_height(area.bottom - area.top)
-    {
-        const Quillet::WindowDc source(window);
-        const Quillet::UniqueMemoryDc memory(::CreateCompatibleDC(source.get()));
-        m_bitmap.reset(::CreateCompatibleBitmap(source.get(), m_width, m_height));
-        const Quillet::SelectedObject selected(memory.get(), m_bitmap.get());
-        ::BitBlt(memory.get(), 0, 0, m_width, m_height, source.get(), area.left, area.top, SRCCOPY);
-    }
-
-    bool Save(const std::wstring& path) const
-    {
-        Gdiplus::Bitmap picture(m_bitmap.get(), nullptr);
-        return Utils::SaveBitmap(&picture, path);
-    }
-
-    std::size_t Colours() const
-    {
-        Gdiplus::Bitmap picture(m_bitmap.get(), nullptr);
-        std::set<Gdiplus::ARGB> colours;
-        for (int y = 0; y < m_height; y += 3) {
-            for (int x = 0; x < m_width; x += 3) {
-                Gdiplus::Color colour;
-                picture.GetPixel(x, y, &colour);
-                colours.insert(colour.GetValue());
-            }
-        }
-        return colours.size();
-    }
-
-private:
-    int m_width;
-    int m_height;
-    Quillet::UniqueBitmap m_bitmap;
-};
 
 bool HasAllGlyphs(HDC dc, const std::wstring& text)
 {
@@ -121,25 +76,6 @@ std::wstring Numbered(int scale, const wchar_t* page, const wchar_t* language)
     return std::wstring(page) + L"-" + std::to_wstring(scale) + L"-" + language;
 }
 
-BOOL CALLBACK JoinVisible(HWND window, LPARAM context)
-{
-    auto& area = *reinterpret_cast<RECT*>(context);
-    RECT place{};
-    if (::IsWindowVisible(window) && ::GetWindowRect(window, &place))
-        ::UnionRect(&area, &area, &place);
-    return TRUE;
-}
-
-// The part of the screen that this thread's windows cover.
-RECT AreaOfAllWindows()
-{
-    RECT area{};
-    ::EnumThreadWindows(::GetCurrentThreadId(), JoinVisible, reinterpret_cast<LPARAM>(&area));
-    const RECT screen{0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
-    ::IntersectRect(&area, &area, &screen);
-    return area;
-}
-
 void Keep(const Screenshot& screenshot, const std::wstring& folder, const std::wstring& name,
           TourResult& result)
 {
@@ -167,8 +103,8 @@ void VisitScenes(GalleryWindow& window, const std::wstring& name, const std::wst
     for (int scene = 0; page && scene < page->Scenes(); ++scene) {
         page->OpenScene(scene);
         DispatchWhatIsQueued(window.GetHWND());
-        Keep(Screenshot(nullptr, AreaOfAllWindows()), folder,
-             name + L"-scene" + std::to_wstring(scene + 1), result);
+        Keep(Screenshot::OfThisThread(), folder, name + L"-scene" + std::to_wstring(scene + 1),
+             result);
         const CStdPtrArray& managers = *CPaintManagerUI::GetPaintManagers();
         for (int i = 0; i < managers.GetSize(); ++i) {
             auto& manager = *static_cast<CPaintManagerUI*>(managers[i]);
@@ -188,7 +124,7 @@ void Visit(GalleryWindow& window, const PageEntry& page, int scale, const wchar_
     static_cast<COptionUI*>(window.Manager().FindControl(option.c_str()))->Selected(true);
     DispatchWhatIsQueued(window.GetHWND());
 
-    Keep(Screenshot(window.GetHWND(), ClientOf(window.GetHWND())), folder, name, result);
+    Keep(Screenshot::OfWindow(window.GetHWND()), folder, name, result);
     VisitScenes(window, name, folder, result);
 
     InspectWindow(window.Manager(), name, result);
