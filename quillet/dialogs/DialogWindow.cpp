@@ -28,10 +28,14 @@ unsigned int DialogWindow::RunModal(DialogWindow* dialog, HWND parent)
 {
     const std::weak_ptr<const void> life = dialog->Life();
     unsigned int code = 0;
-    if (dialog->Create(parent, nullptr, kModalStyle, kModalExStyle, 0, 0, 0, 0)) {
+    const HWND window = dialog->Create(parent, nullptr, kModalStyle, kModalExStyle, 0, 0, 0, 0);
+    if (::IsWindow(window))
         dialog->CenterWindow();
+    if (::IsWindow(window))
         code = dialog->ShowModal();
-    }
+    // A program that ends leaves the loop and the window; nobody would answer it any more.
+    if (::IsWindow(window))
+        ::DestroyWindow(window);
     DeleteWithoutWindow(dialog, life);
     return code;
 }
@@ -39,10 +43,12 @@ unsigned int DialogWindow::RunModal(DialogWindow* dialog, HWND parent)
 unsigned int DialogWindow::RunModeless(DialogWindow* dialog, HWND parent)
 {
     const std::weak_ptr<const void> life = dialog->Life();
-    if (dialog->Create(parent, nullptr, kModelessStyle, kModelessExStyle, 0, 0, 0, 0)) {
+    const HWND window =
+        dialog->Create(parent, nullptr, kModelessStyle, kModelessExStyle, 0, 0, 0, 0);
+    if (::IsWindow(window))
         dialog->CenterWindow();
+    if (::IsWindow(window))
         dialog->ShowWindow(true, true);
-    }
     DeleteWithoutWindow(dialog, life);
     return IDOK;
 }
