@@ -1,5 +1,6 @@
 #include "quillet/dialogs/CommonLoadingWindow.h"
 
+#include <algorithm>
 #include <ctime>
 #include <mutex>
 #include <thread>
@@ -25,10 +26,11 @@ void RunInOrder(Events events)
     }
 }
 
-// So that the window never merely flickers.
+// So that the window never merely flickers. A clock that comes to its end answers -1.
 void WaitOutTheShortestTime(std::clock_t start)
 {
-    const auto elapsed = static_cast<long long>(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
+    const auto ticks = static_cast<long long>(std::clock()) - start;
+    const auto elapsed = std::max(ticks * 1000 / CLOCKS_PER_SEC, 0ll);
     if (elapsed < kShortestTime)
         ::Sleep(static_cast<DWORD>(kShortestTime - elapsed));
 }
