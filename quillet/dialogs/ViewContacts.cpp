@@ -40,8 +40,12 @@ bool UIViewContacts::OnClickItem(void* pNotify)
         return false;
     if (click->pSender->GetName().CompareNoCase(L"btn_ViewContacts") == 0) {
         const std::wstring parameters = L" /select, " + m_strPath;
+        const auto life = Life();
         ::ShellExecuteW(nullptr, L"open", L"Explorer.exe", parameters.c_str(), nullptr,
                         SW_SHOWDEFAULT);
+        // The shell may have dispatched messages, and one may have ended this object.
+        if (life.expired())
+            return false;
     }
     Close(IDOK);
     return false;
