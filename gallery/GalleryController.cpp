@@ -111,11 +111,14 @@ void GalleryController::LeavePage()
 
 void GalleryController::SetLanguage(const wchar_t* language)
 {
-    const std::wstring file = std::wstring(L"languages/") + language + L".xml";
+    // Skins and dialogs take their texts from the one manager, everything else from the other.
     CResourceManager::GetInstance()->SetLanguage(language);
-    CResourceManager::GetInstance()->LoadLanguage(file.c_str());
     CResourceManagerEx::GetInstance()->SetLanguage(language);
-    CResourceManagerEx::GetInstance()->LoadLanguage(file.c_str());
+    for (const wchar_t* const folder : {L"languages/", L"common/languages/"}) {
+        const std::wstring file = std::wstring(folder) + language + L".xml";
+        CResourceManager::GetInstance()->LoadLanguage(file.c_str());
+        CResourceManagerEx::GetInstance()->LoadLanguage(file.c_str());
+    }
 
     ChooseFonts(language);
     if (m_page)

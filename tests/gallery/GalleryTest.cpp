@@ -109,19 +109,21 @@ TEST_F(GalleryTest, TheTourFindsNothingWrongAndWritesAPictureOfEveryPageAtBothSc
 
 TEST_F(GalleryTest, EveryLanguageFileHasTheSameTexts)
 {
-    const auto idsOf = [](const wchar_t* file) {
+    const auto idsOf = [](const std::wstring& file) {
         std::vector<std::wstring> ids;
         CMarkup markup;
-        EXPECT_TRUE(markup.LoadFromFile(file));
+        EXPECT_TRUE(markup.LoadFromFile(file.c_str()));
         for (auto node = markup.GetRoot().GetChild(); node.IsValid(); node = node.GetSibling())
             ids.emplace_back(node.GetAttributeValue(L"id"));
         return ids;
     };
-    const auto english = idsOf(L"languages/en-US.xml");
-    EXPECT_FALSE(english.empty());
-    EXPECT_EQ(idsOf(L"languages/de-DE.xml"), english);
-    EXPECT_EQ(idsOf(L"languages/zh-CN.xml"), english);
-    EXPECT_EQ(idsOf(L"languages/th-TH.xml"), english);
+    for (const std::wstring folder : {L"languages/", L"common/languages/"}) {
+        const auto english = idsOf(folder + L"en-US.xml");
+        EXPECT_FALSE(english.empty());
+        EXPECT_EQ(idsOf(folder + L"de-DE.xml"), english);
+        EXPECT_EQ(idsOf(folder + L"zh-CN.xml"), english);
+        EXPECT_EQ(idsOf(folder + L"th-TH.xml"), english);
+    }
 }
 
 TEST_F(GalleryTest, ALinkInTheListOfPagesShowsItsPage)
