@@ -2,6 +2,7 @@
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Quillet)
+set(starter_skin_dir ${CMAKE_INSTALL_DATADIR}/quillet/starter-skin)
 
 if(NOT QUILLET_DUILIB)
     install(TARGETS duilib EXPORT QuilletTargets
@@ -19,12 +20,25 @@ endif()
 
 install(EXPORT QuilletTargets NAMESPACE Quillet:: DESTINATION ${package_dir})
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/QuilletConfig.cmake.in
-    ${PROJECT_BINARY_DIR}/QuilletConfig.cmake INSTALL_DESTINATION ${package_dir})
+    ${PROJECT_BINARY_DIR}/QuilletConfig.cmake INSTALL_DESTINATION ${package_dir}
+    PATH_VARS starter_skin_dir)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/QuilletConfigVersion.cmake
     COMPATIBILITY SameMinorVersion)
 install(FILES
     ${PROJECT_BINARY_DIR}/QuilletConfig.cmake
     ${PROJECT_BINARY_DIR}/QuilletConfigVersion.cmake
     DESTINATION ${package_dir})
+
+# The skins that the library's windows name, for applications to begin with.
+install(DIRECTORY gallery/skin/common gallery/skin/HomePageTools DESTINATION ${starter_skin_dir})
+install(FILES
+    gallery/skin/Loading.xml
+    gallery/skin/MessageBox.xml
+    gallery/skin/MessageBox02.xml
+    gallery/skin/MessageBox03.xml
+    gallery/skin/PromptWnd.xml
+    gallery/skin/ViewContacts.xml
+    DESTINATION ${starter_skin_dir})
+
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN snippets EXCLUDE PATTERN tool EXCLUDE)
 install(FILES README.md LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
