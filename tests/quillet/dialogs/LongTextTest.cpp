@@ -12,7 +12,6 @@
 
 using namespace DuiLib;
 using test::BoxSkin;
-using test::DialogParent;
 using test::kNewer;
 using test::OpenBox;
 using test::ShownBox;
@@ -62,8 +61,6 @@ public:
 class LongTextTest : public test::MessageBoxKit {
 protected:
     static void ScaleTo(unsigned dpi) { CResourceManagerEx::GetInstance()->SetScale(dpi); }
-
-    DialogParent parent;
 };
 
 std::wstring As(int count)

@@ -309,6 +309,25 @@ protected:
         DuiLib::CResourceManagerEx::GetInstance()->SetScale(96);
     }
 
+    // Opens a box that is not modal over the parent.
+    ShownBox Open(const Generation& generation, BoxCall call)
+    {
+        call.parent = parent;
+        call.modal = false;
+        EXPECT_EQ(generation.pop(call), 1u);
+        return Box();
+    }
+    static void Close(const ShownBox& box) { ::DestroyWindow(box.Window()); }
+
+    // Opens a modal box over the parent and gives its code.
+    unsigned Run(const Generation& generation, BoxCall call)
+    {
+        call.parent = parent;
+        return generation.pop(call);
+    }
+
+    ShownBox Box() const { return ShownBox::Over(parent.GetHWND()); } // the one over the parent
+
     void UseSkin(const std::wstring& skin)
     {
         for (const auto& generation : kGenerations)
@@ -319,6 +338,7 @@ protected:
     int Objects() const { return Managers() - m_managers; }
 
     DialogSkins skins;
+    DialogParent parent;
 
 private:
     static int Managers() { return DuiLib::CPaintManagerUI::GetPaintManagers()->GetSize(); }

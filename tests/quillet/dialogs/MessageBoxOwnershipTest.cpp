@@ -6,7 +6,6 @@
 
 using namespace DuiLib;
 using test::BoxCall;
-using test::DialogParent;
 using test::Generation;
 using test::kGenerations;
 using test::kNewer;
@@ -31,7 +30,6 @@ protected:
         Newer::destroyed = 0;
     }
 
-    ShownBox Box() { return ShownBox::Over(parent); }
     void PopModal(const Generation& generation)
     {
         Script script{[&] { Box().Click(L"btn_ok"); }};
@@ -42,8 +40,6 @@ protected:
         generation.pop({.parent = parent, .text = L"text", .modal = false});
         ::DestroyWindow(Box().Window());
     }
-
-    DialogParent parent;
 };
 
 // Who deletes
