@@ -53,6 +53,7 @@ void RunFindBench(Report& report);
 void RunListBench(Report& report);
 void RunMemoryBench(Report& report);
 void RunMenuBench(Report& report);
+void RunMessageBoxBench(Report& report);
 void RunPaintBench(Report& report);
 void RunQueueBench(Report& report);
 void RunResizeBench(Report& report);

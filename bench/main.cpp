@@ -20,6 +20,7 @@ int main(int argc, char** argv)
     bench::RunDialogBench(report);
     bench::RunMemoryBench(report);
     bench::RunMenuBench(report);
+    bench::RunMessageBoxBench(report);
     bench::RunToggleSwitchBench(report);
     bench::RunQueueBench(report);
     bench::RunRouteBench(report);
