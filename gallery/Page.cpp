@@ -34,6 +34,17 @@ void Page::SetText(const wchar_t* name, const wchar_t* text) const
         control->SetText(text);
 }
 
+bool Page::IsChosen(const std::wstring& option) const
+{
+    const auto* const found = Find<DuiLib::COptionUI>(option.c_str());
+    return found && found->IsSelected();
+}
+
+std::wstring Page::TextOf(const wchar_t* id)
+{
+    return DuiLib::CResourceManager::GetInstance()->GetText(id).GetData();
+}
+
 void Page::OnClickOf(const wchar_t* name, std::function<void()> handler)
 {
     auto* const control = FindControl(name);

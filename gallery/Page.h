@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace gallery {
@@ -51,6 +52,10 @@ protected:
         return dynamic_cast<Control*>(FindControl(name));
     }
     void SetText(const wchar_t* name, const wchar_t* text) const;
+    bool IsChosen(const std::wstring& option) const;
+
+    // Of the language that is shown.
+    static std::wstring TextOf(const wchar_t* id);
 
     // Runs the handler at each click of the control until the page is left.
     void OnClickOf(const wchar_t* name, std::function<void()> handler);

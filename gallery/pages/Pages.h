@@ -5,7 +5,11 @@
 namespace gallery {
 
 // One function per page, in the page's own source.
+std::shared_ptr<Page> MakeConfirmationPage(GalleryWindow& window);
 std::shared_ptr<Page> MakeFramePage(GalleryWindow& window);
+std::shared_ptr<Page> MakeLoadingPage(GalleryWindow& window);
+std::shared_ptr<Page> MakeMessageBoxesPage(GalleryWindow& window);
+std::shared_ptr<Page> MakeNoticesPage(GalleryWindow& window);
 std::shared_ptr<Page> MakeRoundedButtonPage(GalleryWindow& window);
 std::shared_ptr<Page> MakeScalePage(GalleryWindow& window);
 std::shared_ptr<Page> MakeTextsPage(GalleryWindow& window);

@@ -1,4 +1,5 @@
 #include "gallery/GalleryWindow.h"
+#include "gallery/ShownDialog.h"
 #include "gallery/pages/Pages.h"
 
 #include <memory>
@@ -35,7 +36,6 @@ public:
         if (!isOpen)
             return nullptr;
         window->m_isGone = nullptr;
-        window->TakeScale();
         window->CenterWindow();
         return window.release();
     }
@@ -46,11 +46,7 @@ public:
     }
 
     // WindowImplBaseEx:
-    void InitWindow() override
-    {
-        const TFontInfo& font = *m_main.GetDefaultFontInfo();
-        m_pm.SetDefaultFont(font.sFontName, font.iSize, false, false, false, false);
-    }
+    void InitWindow() override { m_uDpi = TakeLookOf(m_main, m_pm); }
     void Notify(TNotifyUI& notification) override
     {
         if (notification.sType != DUI_MSGTYPE_CLICK) {
@@ -78,15 +74,6 @@ protected:
 private:
     OpenedWindow(const wchar_t* skin, CPaintManagerUI& main) : m_skin(skin), m_main(main) {}
 
-    // That of the main window, whatever the monitor asks for. A new window has just set the scale
-    // of the process to its own.
-    void TakeScale()
-    {
-        const auto percent = static_cast<int>(m_main.GetDPIObj()->GetScale());
-        m_uDpi = static_cast<unsigned>(::MulDiv(percent, USER_DEFAULT_SCREEN_DPI, 100));
-        CResourceManagerEx::GetInstance()->SetScale(m_uDpi);
-        m_pm.SetDPI(static_cast<int>(m_uDpi));
-    }
     void OpenAgain()
     {
         if (auto* const nested = Open(m_skin.c_str(), m_main, m_hWnd))
