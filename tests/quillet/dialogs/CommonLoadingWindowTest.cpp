@@ -217,6 +217,14 @@ protected:
     }
 };
 
+class FleetingLoading : public TestLoading, public test::OutOfReachWhenDeleted {
+    using TestLoading::TestLoading;
+};
+
+class FleetingMask : public test::DialogParent, public test::OutOfReachWhenDeleted {
+    using DialogParent::DialogParent;
+};
+
 // Work that waits to be let go, and the thread that runs it.
 class Gate {
 public:
@@ -228,7 +236,7 @@ public:
             ::DuplicateHandle(::GetCurrentProcess(), ::GetCurrentThread(), ::GetCurrentProcess(),
                               &thread, 0, FALSE, DUPLICATE_SAME_ACCESS);
             state->begun.set_value(thread);
-            state->release.get_future().wait();
+            state->release.get_future().wait_for(std::chrono::milliseconds(test::kLongestWait));
             ++state->ended;
         };
     }
@@ -343,13 +351,16 @@ TEST_F(CommonLoadingWindowTest, TheWindowIsUpWhileTheWorkRuns)
     loading.RegitsterWaitingEvent(gate.Work());
     bool visible = false;
     bool ownerEnabled = true;
+    int ended = 1;
     actions.Post([&] {
         gate.AwaitBegin();
+        ended = gate.Ended();
         visible = ::IsWindowVisible(loading.m_hWnd);
         ownerEnabled = ::IsWindowEnabled(owner);
         gate.Release();
     });
     loading.ShowWindow();
+    EXPECT_EQ(ended, 0);
     EXPECT_TRUE(visible);
     EXPECT_FALSE(ownerEnabled);
     EXPECT_TRUE(::IsWindowEnabled(owner));
@@ -375,6 +386,11 @@ struct TimeCase {
     std::clock_t end;
     std::optional<DWORD> sleep;
 };
+
+void PrintTo(const TimeCase& each, std::ostream* out)
+{
+    *out << each.name;
+}
 
 class CommonLoadingTimeTest : public CommonLoadingWindowTest,
                               public testing::WithParamInterface<TimeCase> {};
@@ -457,7 +473,10 @@ TEST_F(CommonLoadingWindowTest, ASkinWithoutTheMessageWillDo)
 {
     skins.Write(L"common/Loading.xml", test::DialogSkins::Skin(L""));
     TestLoading loading(owner);
+    bool initialised = false;
+    loading.onInit = [&initialised] { initialised = true; };
     loading.ShowWindow();
+    EXPECT_TRUE(initialised);
     EXPECT_EQ(loading.shown, 1);
     EXPECT_THAT(results.All(), ElementsAre(8u));
     EXPECT_STREQ(loading.GetSkinFile(), L"common/Loading.xml");
@@ -471,7 +490,10 @@ TEST_F(CommonLoadingWindowTest, AnEmptyMessageMakesNoWindowButTheWorkIsDone)
     loading.RegitsterWaitingEvent(gate.Work());
     PostRecord posted;
     const int windows = test::UserWindows();
+    actions.Post([&loading] { loading.CloseWindow(); }); // for one that is there all the same
     loading.ShowWindow();
+    test::Pump();
+    EXPECT_THAT(loading.closings, IsEmpty());
     EXPECT_EQ(loading.m_hWnd, nullptr);
     EXPECT_EQ(test::UserWindows(), windows);
     gate.AwaitBegin();
@@ -657,8 +679,8 @@ TEST_F(CommonLoadingWindowTest, ClosingWithoutAWindowClosesTheMask)
 
 TEST_F(CommonLoadingWindowTest, TheUserClosesItWhileTheWorkRuns)
 {
-    auto loading = std::make_unique<TestLoading>(owner);
-    auto mask = std::make_unique<test::DialogParent>(owner.GetHWND());
+    auto loading = std::make_unique<FleetingLoading>(owner);
+    auto mask = std::make_unique<FleetingMask>(owner.GetHWND());
     loading->m_pMaskLayer = mask.get();
     Gate gate;
     loading->RegitsterWaitingEvent(gate.Work());
@@ -718,7 +740,7 @@ TEST_F(CommonLoadingWindowTest, TheWorkOfAnEarlierShowingDoesNotCloseALaterOne)
 
 TEST_F(CommonLoadingWindowTest, TheOwnerEndsWhileTheWorkRuns)
 {
-    auto loading = std::make_unique<TestLoading>(owner);
+    auto loading = std::make_unique<FleetingLoading>(owner);
     Gate gate;
     loading->RegitsterWaitingEvent(gate.Work());
     HWND window = nullptr;

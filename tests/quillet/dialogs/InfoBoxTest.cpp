@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cstring>
 #include <memory>
 #include <string>
 
@@ -328,6 +327,11 @@ struct PlaceCase {
     int x, y;
 };
 
+void PrintTo(const PlaceCase& each, std::ostream* out)
+{
+    *out << each.name;
+}
+
 class InfoBoxPlaceTest : public InfoBoxTest, public testing::WithParamInterface<PlaceCase> {};
 
 TEST_P(InfoBoxPlaceTest, StandsInTheMiddleAboveTheLowerEdge)
@@ -496,35 +500,13 @@ TEST_F(InfoBoxTest, MayBeShownAgain)
     EXPECT_FALSE(::IsWindow(second));
 }
 
-// Deletes itself with its window. What it leaves is kept and made useless, so that any further use
-// fails.
-class SelfDeletingToast : public UIInfoBox {
+// Deletes itself with its window.
+class SelfDeletingToast : public UIInfoBox, public test::OutOfReachWhenDeleted {
 public:
-    SelfDeletingToast() : UIInfoBox(L"Copied") { ++Alive(); }
-    ~SelfDeletingToast() override { --Alive(); }
+    SelfDeletingToast() : UIInfoBox(L"Copied") { ++alive; }
+    ~SelfDeletingToast() override { --alive; }
 
-    static void* operator new(std::size_t size) { return ::operator new(size); }
-    static void operator delete(void* memory, std::size_t size)
-    {
-        std::memset(memory, 0xEE, size);
-        Left() = memory;
-    }
-    static int& Alive()
-    {
-        static int alive = 0;
-        return alive;
-    }
-    static void*& Left()
-    {
-        static void* left = nullptr;
-        return left;
-    }
-    static bool IsLeftAlone()
-    {
-        const auto* const bytes = static_cast<const unsigned char*>(Left());
-        return std::all_of(bytes, bytes + sizeof(SelfDeletingToast),
-                           [](unsigned char byte) { return byte == 0xEE; });
-    }
+    static inline int alive = 0;
 
 protected:
     void OnFinalMessage(HWND window) override
@@ -541,14 +523,11 @@ TEST_F(InfoBoxTest, OneThatDeletesItselfIsNotTouchedAfterwards)
     ASSERT_NE(window, nullptr);
     toast->OnSetWndPos();
     calls.log.clear();
-    EXPECT_EQ(SelfDeletingToast::Alive(), 1);
+    EXPECT_EQ(SelfDeletingToast::alive, 1);
     ::SendMessageW(window, WM_TIMER, kCloseTimer, 0);
-    EXPECT_EQ(SelfDeletingToast::Alive(), 0);
+    EXPECT_EQ(SelfDeletingToast::alive, 0);
     EXPECT_FALSE(::IsWindow(window));
-    ASSERT_NE(SelfDeletingToast::Left(), nullptr);
-    EXPECT_TRUE(SelfDeletingToast::IsLeftAlone());
     EXPECT_THAT(calls.log, ElementsAre(kSendClose, "kill 9001"));
-    ::operator delete(SelfDeletingToast::Left());
 }
 
 TEST_F(InfoBoxTest, ManyOpeningsTakeTheirDeviceContextsAndNothingElse)

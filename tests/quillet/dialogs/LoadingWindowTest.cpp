@@ -22,6 +22,15 @@ public:
     using LoadingWindow::m_pm;
     using LoadingWindow::m_strText;
     using LoadingWindow::OnClickItem;
+
+    bool initialised = false; // to the end
+
+protected:
+    void InitWindow() override
+    {
+        LoadingWindow::InitWindow();
+        initialised = true;
+    }
 };
 
 class LoadingWindowTest : public test::PopupTest {
@@ -68,6 +77,7 @@ TEST_F(LoadingWindowTest, ASkinWithoutItsControlsDoesNoHarm)
     skins.Write(L"Loading.xml", test::DialogSkins::Skin(L""));
     TestLoadingWindow loading(L"Loading");
     EXPECT_NE(loading.Make(owner), nullptr);
+    EXPECT_TRUE(loading.initialised);
 }
 
 TEST_F(LoadingWindowTest, KeepsTheMainWindow)

@@ -5,6 +5,7 @@
 
 #include <tlhelp32.h>
 
+#include <new>
 #include <string>
 #include <vector>
 
@@ -67,6 +68,25 @@ inline HWND FindPopup(const wchar_t* className)
         reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
+
+// Objects of a derived class are out of reach when they have been deleted: any further use of one
+// ends the process.
+class OutOfReachWhenDeleted {
+public:
+    static void* operator new(std::size_t size)
+    {
+        void* const memory =
+            ::VirtualAlloc(nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+        if (!memory)
+            throw std::bad_alloc();
+        return memory;
+    }
+    static void operator delete(void* memory, std::size_t size)
+    {
+        DWORD before = 0;
+        ::VirtualProtect(memory, size, PAGE_NOACCESS, &before);
+    }
+};
 
 // Threads of this process.
 inline int Threads()

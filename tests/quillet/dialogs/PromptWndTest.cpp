@@ -55,6 +55,14 @@ public:
     }
 
     static inline int alive = 0;
+    bool initialised = false; // to the end
+
+protected:
+    void InitWindow() override
+    {
+        PromptWnd::InitWindow();
+        initialised = true;
+    }
 };
 
 class PromptWndTest : public test::PopupTest {
@@ -187,7 +195,14 @@ TEST_F(PromptWndTest, AnEmptyTextLeavesTheSkins)
 TEST_F(PromptWndTest, ASkinWithoutItsControlsDoesNoHarm)
 {
     skins.Write(L"PromptWnd.xml", test::DialogSkins::Skin(L""));
-    EXPECT_EQ(Pop([](HWND) {}), 99u);
+    auto* const prompt = new TestPrompt(owner);
+    bool initialised = false;
+    actions.Post([&] {
+        initialised = prompt->initialised;
+        prompt->Close(99);
+    });
+    EXPECT_EQ(TestPrompt::Run(prompt, owner), 99u);
+    EXPECT_TRUE(initialised);
 }
 
 TEST_F(PromptWndTest, HasItsClassItsSkinAndItsStyles)

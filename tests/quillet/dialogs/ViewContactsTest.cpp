@@ -96,14 +96,24 @@ public:
     }
 
     std::vector<WPARAM> closings;
+    bool initialised = false; // to the end
 
 protected:
+    void InitWindow() override
+    {
+        UIViewContacts::InitWindow();
+        initialised = true;
+    }
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override
     {
         if (message == WM_CLOSE)
             closings.push_back(wParam);
         return UIViewContacts::HandleMessage(message, wParam, lParam);
     }
+};
+
+class FleetingNotice : public TestNotice, public test::OutOfReachWhenDeleted {
+    using TestNotice::TestNotice;
 };
 
 class ViewContactsTest : public test::PopupTest {
@@ -252,6 +262,7 @@ TEST_F(ViewContactsTest, ASkinWithoutItsControlsDoesNoHarm)
     skins.Write(L"ViewContacts.xml", test::DialogSkins::Skin(L""));
     TestNotice notice;
     EXPECT_NE(notice.Make(owner), nullptr);
+    EXPECT_TRUE(notice.initialised);
 }
 
 TEST_F(ViewContactsTest, KeepsTheMainWindow)
@@ -266,7 +277,7 @@ TEST_F(ViewContactsTest, KeepsTheMainWindow)
 // Starting a program may dispatch messages.
 TEST_F(ViewContactsTest, MayEndWhileTheFileManagerIsStarted)
 {
-    auto notice = std::make_unique<TestNotice>();
+    auto notice = std::make_unique<FleetingNotice>();
     const HWND window = notice->Make(owner);
     CButtonUI sender;
     sender.SetName(L"btn_ViewContacts");
