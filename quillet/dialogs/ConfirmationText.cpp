@@ -1,7 +1,6 @@
 #include "quillet/dialogs/ConfirmationText.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace Quillet::Dialogs {
 
@@ -28,31 +27,6 @@ bool IsInFirst(std::wstring_view tag, std::wstring_view text, std::size_t positi
     return at != kNone && text.find(tag) == from + at;
 }
 
-// Remembers which lines fit. A word that is wider than a line makes the search for a space go back
-// further and further, and pass the same lines each time.
-class FitMemory {
-public:
-    FitMemory(const LineRules& rules, std::size_t positions) : m_rules(rules), m_known(positions) {}
-
-    // The line consists of the characters from `start` to `last` that are no markup.
-    bool Fits(const std::wstring& line, std::size_t start, std::size_t last)
-    {
-        Known& known = m_known[last];
-        if (known.start != start)
-            known = {start, m_rules.widthOf(line) < m_rules.width};
-        return known.fits;
-    }
-
-private:
-    struct Known {
-        std::size_t start = kNone;
-        bool fits = false;
-    };
-
-    const LineRules& m_rules;
-    std::vector<Known> m_known; // by the last character
-};
-
 } // namespace
 
 void ReplaceAll(std::wstring_view from, std::wstring_view to, std::wstring& text)
@@ -73,22 +47,29 @@ bool IsInLinkTag(std::wstring_view text, std::size_t position)
 
 void BreakLines(std::wstring& text, const LineRules& rules)
 {
-    FitMemory memory(rules, text.size());
+    // A word that is too wide for a line makes the search for a space go back further and further,
+    // and what comes after the first of the breaks overflows in the same place each time.
+    struct {
+        std::size_t from = kNone;
+        std::size_t to = 0;
+    } known;
+
     std::wstring line;
-    std::size_t start = 0;
+    std::size_t lastBreak = 0; // of those made here
     int breaks = 0;
     for (std::size_t i = 0; i < text.size(); i++) {
         if (rules.isMarkup(i))
             continue;
         if (text[i] == kBreak) {
             line.clear();
-            continue;
+            if (i != known.from)
+                continue;
+            i = known.to;
+        } else {
+            line += text[i];
+            if (rules.widthOf(line) < rules.width)
+                continue;
         }
-        if (line.empty())
-            start = i;
-        line += text[i];
-        if (memory.Fits(line, start, i))
-            continue;
 
         // Published: a text that is too wide only with its last character stays in one line.
         if (line.size() == text.size())
@@ -107,6 +88,9 @@ void BreakLines(std::wstring& text, const LineRules& rules)
         // Published: throws when there was none but in markup.
         text.replace(space, 1, 1, kBreak);
         line.clear();
+        if (space < lastBreak)
+            known = {lastBreak, i};
+        lastBreak = space;
         i = space;
     }
 }
