@@ -47,6 +47,7 @@ private:
 };
 
 // One function per source.
+void RunConfirmationBench(Report& report);
 void RunControllerBench(Report& report);
 void RunDialogBench(Report& report);
 void RunFindBench(Report& report);

@@ -21,6 +21,7 @@ int main(int argc, char** argv)
     bench::RunMemoryBench(report);
     bench::RunMenuBench(report);
     bench::RunMessageBoxBench(report);
+    bench::RunConfirmationBench(report);
     bench::RunToggleSwitchBench(report);
     bench::RunQueueBench(report);
     bench::RunRouteBench(report);
