@@ -149,6 +149,8 @@ Screenshot Screenshot::OfThisThread()
 
     const Quillet::WindowDc screen(nullptr);
     Canvas desktop(screen.get(), SizeOf(area));
+    const RECT everything{0, 0, SizeOf(area).cx, SizeOf(area).cy};
+    ::FillRect(desktop.Dc(), &everything, ::GetSysColorBrush(COLOR_DESKTOP));
     for (const HWND window : windows)
         Compose(desktop, {area.left, area.top}, screen.get(), window);
     return {SizeOf(area).cx, SizeOf(area).cy, desktop.Take()};
