@@ -24,8 +24,8 @@ struct LineRules;
 //     if (question.IsConfirmation()) ...
 //
 // The content is broken into lines at spaces. "\u200b" and "\n" spelled out, as they stand in
-// language files, are a space and, with a link, the end of a line. The application owns the object.
-// Everything is called on the user-interface thread.
+// language files, are a space and, with a link, the end of a line. The application owns the object
+// and makes a new one for each question. Everything is called on the user-interface thread.
 class QUILLET_API ConfirmationWindow : public DuiLib::WindowImplBaseEx {
 public:
     // The flag is kept and has no meaning here.
