@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -195,6 +196,10 @@ struct Way {
     Answer answer;
     std::vector<WPARAM> closeCodes;
 };
+void PrintTo(const Way& way, std::ostream* out)
+{
+    *out << way.name;
+}
 const Way kWays[] = {
     {"ClickOnConfirm", [](Question& q, DialogParent&) { q.Click(L"confirm"); }, Answer::Yes, {8}},
     {"ClickOnReject", [](Question& q, DialogParent&) { q.Click(L"reject"); }, Answer::No, {8}},
