@@ -6,11 +6,11 @@
 
 namespace Quillet {
 
-void FrameDecoder::Start(int shortestTime)
+void FrameDecoder::Start()
 {
     m_stopRequested = false;
     // Published: a thread that was never stopped ends the process here.
-    m_thread = std::thread([this, shortestTime] { Run(shortestTime); });
+    m_thread = std::thread([this] { Run(); });
     std::unique_lock lock(m_startMutex);
     m_startCondition.wait(lock, [this] { return m_started.load(); });
 }
@@ -36,7 +36,7 @@ void FrameDecoder::Ask(const std::wstring& name)
     m_requestCondition.notify_one();
 }
 
-void FrameDecoder::Run(int shortestTime)
+void FrameDecoder::Run()
 {
     {
         const std::scoped_lock lock(m_startMutex);
@@ -51,6 +51,7 @@ void FrameDecoder::Run(int shortestTime)
         if (bitmap)
             m_latest = std::make_shared<const UniqueBitmap>(std::move(bitmap));
         const auto elapsed = static_cast<int>(::GetTickCount() - begin);
+        const int shortestTime = m_shortestTime;
         if (elapsed < shortestTime)
             ::Sleep(static_cast<DWORD>(shortestTime - elapsed));
     }

@@ -21,17 +21,20 @@ public:
 
     // Begins, and returns when the thread runs. Ends the process when the thread of an earlier
     // start was not stopped.
-    void Start(int shortestTime); // milliseconds that a picture takes at least
-    void Stop();                  // waits for the picture that is being decoded
+    void Start();
+    void Stop(); // waits for the picture that is being decoded
     bool IsRunning() const { return m_started; }
 
     void Ask(const std::wstring& name);
+
+    // What a picture takes at least, in milliseconds; also while the thread runs.
+    void SetShortestTime(int ms) { m_shortestTime = ms; }
 
     // Null before the first one. Whoever holds it keeps it from being deleted.
     std::shared_ptr<const UniqueBitmap> Latest() const { return m_latest; }
 
 private:
-    void Run(int shortestTime);
+    void Run();
     bool WaitForName(std::wstring& name);
 
     std::mutex m_startMutex;
@@ -42,6 +45,7 @@ private:
     std::condition_variable m_requestCondition;
     std::wstring m_pendingName;
     std::atomic<bool> m_stopRequested{false};
+    std::atomic<int> m_shortestTime{0};
 
     std::atomic<std::shared_ptr<const UniqueBitmap>> m_latest;
     std::thread m_thread;

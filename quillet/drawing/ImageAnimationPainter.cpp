@@ -1,6 +1,7 @@
 #include "quillet/drawing/ImageAnimationPainter.h"
 
 #include <cstddef>
+#include <cstdint>
 
 #include "quillet/drawing/FrameDecoder.h"
 #include "quillet/resources/SaturatingCast.h"
@@ -41,7 +42,7 @@ void DrawAttributeAndForget(HDC hdc, CPaintManagerUI& manager, const RECT& place
 struct ImageAnimationPainter::Record {
     enum class Mode { Bitmaps, FileResources };
 
-    explicit Record(CControlUI* owner) : control(owner) {}
+    explicit Record(CControlUI* owner) : control(owner) { decoder.SetShortestTime(precision); }
     ~Record()
     {
         StopWorker();
@@ -70,8 +71,8 @@ struct ImageAnimationPainter::Record {
     std::vector<HBITMAP> bitmaps; // owned
     std::vector<std::wstring> names;
     int index = 0;
-    int elapsed = 0;   // milliseconds into the cycle
-    int during = 1000; // milliseconds
+    std::int64_t elapsed = 0; // milliseconds into the cycle
+    int during = 1000;        // milliseconds
     RECT padding{};
     int precision = 10; // milliseconds
     bool subscribed = false;
@@ -90,7 +91,7 @@ struct ImageAnimationPainter::Record {
 void ImageAnimationPainter::Record::Tick()
 {
     elapsed += precision;
-    if (elapsed > during + precision)
+    if (elapsed > std::int64_t{during} + precision)
         elapsed = 0;
     Advance();
 }
@@ -229,6 +230,7 @@ void ImageAnimationPainter::SetDuring(int ms)
 void ImageAnimationPainter::SetPrecision(int ms)
 {
     m_pRecord->precision = ms;
+    m_pRecord->decoder.SetShortestTime(ms);
 }
 
 void ImageAnimationPainter::SetPadding(int left, int top, int right, int bottom)
@@ -261,7 +263,7 @@ void ImageAnimationPainter::Start()
     if (CPaintManagerUI* const manager = record.Manager())
         manager->SetTimer(record.control, kTimer, static_cast<UINT>(record.precision));
     if (record.DecodesInBackground() && !record.decoder.IsRunning())
-        record.decoder.Start(record.precision);
+        record.decoder.Start();
 }
 
 void ImageAnimationPainter::Stop()

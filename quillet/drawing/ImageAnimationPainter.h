@@ -33,7 +33,7 @@ public:
                     bool parseAsAttribute);
 
     void SetDuring(int ms);    // of a cycle; 0 shows the next frame at each tick. 1000 at first
-    void SetPrecision(int ms); // between two ticks, from the next Start. 10 at first
+    void SetPrecision(int ms); // between two ticks; a running timer stays as it is. 10 at first
     void SetPadding(int left, int top, int right, int bottom); // of bitmaps; device pixels
     void SetAnimationBackgroundColor(DWORD argb);              // 0 is none
 
