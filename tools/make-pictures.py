@@ -3,7 +3,9 @@
 
 The pictures are kept in the repository; run this after changing it.
 """
+import math
 import pathlib
+import random
 import sys
 
 from PIL import Image, ImageDraw
@@ -82,6 +84,134 @@ def states(width, height):
     return picture
 
 
+# Sky above, sky at the horizon, sun or moon, far hills, near hills, water or ground.
+LANDSCAPES = {
+    "dawn": ((88, 96, 160), (252, 190, 160), (255, 232, 190), (120, 104, 150), (70, 66, 104),
+             (196, 150, 160)),
+    "noon": ((60, 140, 226), (198, 228, 246), (255, 246, 200), (110, 160, 130), (52, 116, 70),
+             (96, 170, 206)),
+    "dusk": ((44, 36, 88), (246, 120, 70), (255, 210, 120), (96, 54, 84), (48, 30, 58),
+             (170, 84, 76)),
+    "night": ((8, 12, 34), (44, 62, 110), (236, 238, 246), (24, 34, 66), (12, 18, 38),
+              (34, 50, 92)),
+    "winter": ((150, 180, 214), (236, 242, 248), (255, 255, 244), (176, 194, 214), (222, 232, 240),
+               (200, 214, 228)),
+    "desert": ((92, 170, 222), (250, 226, 184), (255, 244, 214), (214, 160, 104), (190, 124, 70),
+               (232, 192, 130)),
+    "autumn": ((120, 168, 210), (240, 228, 206), (255, 240, 190), (204, 128, 58), (150, 74, 36),
+               (120, 142, 150)),
+    "fjord": ((70, 110, 150), (206, 220, 222), (250, 246, 230), (84, 112, 122), (40, 66, 76),
+              (76, 116, 132)),
+}
+
+
+def blended(first, second, t):
+    return tuple(round(a + (b - a) * t) for a, b in zip(first, second))
+
+
+def ridge(source, width, base, height, steps):
+    """A jagged line from edge to edge."""
+    points = [(0, base - height * source.random())]
+    for step in range(1, steps):
+        rise = height * (source.random() if step % 2 else source.random() * .3)
+        points.append((width * (step + source.uniform(-.3, .3)) / steps, base - rise))
+    return points + [(width, base - height * source.random())]
+
+
+def landscape(name, width, height):
+    """Sky, sun, two ranges of hills and the ground in front of them."""
+    top, horizon, sun, far, near, ground = LANDSCAPES[name]
+    source = random.Random(name)
+    big_width, big_height = width * 4, height * 4
+    shore = round(big_height * .7)
+    sky = Image.new("RGB", (1, big_height))
+    for y in range(big_height):
+        colour = blended(top, horizon, y / shore) if y < shore else \
+            blended(ground, blended(ground, near, .6), (y - shore) / (big_height - shore))
+        sky.putpixel((0, y), colour)
+    picture = sky.resize((big_width, big_height))
+    draw = ImageDraw.Draw(picture)
+    x, radius = big_width * source.uniform(.2, .8), big_height * .08
+    y = big_height * source.uniform(.16, .3)
+    draw.ellipse((x - radius, y - radius, x + radius, y + radius), fill=sun)
+    if name == "night":
+        for _ in range(40):
+            star = (source.uniform(0, big_width), source.uniform(0, big_height * .5))
+            draw.ellipse((star[0] - 2, star[1] - 2, star[0] + 2, star[1] + 2), fill=sun)
+    for colour, base, rise, steps in ((far, shore, .34, 9), (near, shore + big_height * .06, .2, 13)):
+        line = ridge(source, big_width, base - big_height * .05, big_height * rise, steps)
+        draw.polygon(line + [(big_width, base), (0, base)], fill=colour)
+    for _ in range(24):
+        at = source.uniform(shore + big_height * .08, big_height)
+        left, length = source.uniform(0, big_width), source.uniform(.02, .12) * big_width
+        draw.line((left, at, left + length, at), fill=blended(ground, sun, .3), width=4)
+    return picture.resize((width, height), Image.LANCZOS)
+
+
+def ball(frame, frames, size):
+    """A striped ball that bounces and turns, with its shadow."""
+    big = size * 4
+    picture = Image.new("RGBA", (big, big), (0, 0, 0, 0))
+    draw = ImageDraw.Draw(picture)
+    phase = frame / frames
+    lift = math.sin(math.pi * phase)  # 0 on the ground
+    radius = big * .2
+    ground = big * .9
+    squash = 1 - .22 * (1 - lift) ** 4
+    half_width, half_height = radius / squash, radius * squash
+    middle = (big / 2, ground - half_height - lift * big * .46)
+    shadow = radius * (1 - .45 * lift)
+    draw.ellipse((big / 2 - shadow, ground - shadow * .16, big / 2 + shadow, ground + shadow * .16),
+                 fill=(31, 41, 51, round(120 - 70 * lift)))
+    box = (middle[0] - half_width, middle[1] - half_height, middle[0] + half_width,
+           middle[1] + half_height)
+    for part in range(6):
+        begin = 360 * phase + part * 60
+        colour = (0, 125, 255, 255) if part % 2 else (255, 255, 255, 255)
+        draw.pieslice(box, begin, begin + 60, fill=colour)
+    draw.ellipse(box, outline=(0, 78, 168, 255), width=big // 48)
+    return picture.resize((size, size), Image.LANCZOS).quantize(
+        96, method=Image.Quantize.FASTOCTREE)
+
+
+def frames(folder, count=24):
+    folder.mkdir(parents=True, exist_ok=True)
+    for number in range(count):
+        ball(number, count, 128).save(folder / f"ball-{number + 1:02}.png", optimize=True)
+        ball(number, count, 192).save(folder / f"ball-{number + 1:02}@150.png", optimize=True)
+
+
+def photographs(folder):
+    """Pictures of every format, one that lies on its side, and files that are none."""
+    folder.mkdir(parents=True, exist_ok=True)
+    landscape("fjord", 480, 300).save(folder / "fjord.jpg", quality=86)
+    landscape("dawn", 240, 150).save(folder / "dawn.jpg", quality=86)
+    landscape("noon", 200, 200).save(folder / "noon.jpg", quality=86)
+    landscape("dusk", 240, 150).convert("P", palette=Image.ADAPTIVE, colors=64).save(
+        folder / "dusk.png", optimize=True)
+    landscape("night", 300, 120).convert("P", palette=Image.ADAPTIVE, colors=64).save(
+        folder / "night.png", optimize=True)
+    landscape("winter", 120, 75).save(folder / "winter.bmp")
+    landscape("desert", 160, 100).convert("P", palette=Image.ADAPTIVE, colors=32).save(
+        folder / "desert.gif")
+    landscape("autumn", 160, 100).save(folder / "autumn.tif", compression="tiff_lzw")
+
+    # A camera that was held upright says so in the file.
+    orientation = Image.Exif()
+    orientation[0x0112] = 6
+    landscape("dusk", 150, 240).rotate(90, expand=True).save(
+        folder / "upright.jpg", quality=86, exif=orientation)
+
+    whole = (folder / "dawn.jpg").read_bytes()
+    (folder / "broken-header.jpg").write_bytes(b"\xff\xd8" + whole[len(whole) // 2:])
+    whole = (folder / "dusk.png").read_bytes()
+    (folder / "truncated.png").write_bytes(whole[:len(whole) // 2])
+    (folder / "too-short.png").write_bytes(whole[:20])
+    (folder / "empty.gif").write_bytes(b"")
+    (folder / "text.jpg").write_text("A text with the wrong extension.\n")
+    (folder / "readme.txt").write_text("A text among pictures.\n")
+
+
 def main():
     skin = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else
                         pathlib.Path(__file__).parent.parent / "gallery" / "skin")
@@ -108,6 +238,8 @@ def main():
     panel().save(pictures / "panel.png", optimize=True)
     tile().save(pictures / "tile.png", optimize=True)
     states(96, 32).save(pictures / "states.png", optimize=True)
+    frames(skin / "frames")
+    photographs(skin / "photographs")
 
 
 if __name__ == "__main__":
