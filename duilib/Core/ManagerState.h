@@ -334,6 +334,7 @@ struct CPaintManagerUI::State {
     CDuiString name;
     CDPI dpi;
     CControlUI* root = nullptr; // owned
+    bool rootIsOfEarlierWindow = false;
 
     SIZE initSize{};
     RECT sizeBox{};

@@ -119,6 +119,8 @@ void CPaintManagerUI::Init(HWND window, LPCTSTR name)
     auto& state = *m_pState;
     state.ReleaseWindow();
     state.ReleaseAssets();
+    state.rootIsOfEarlierWindow =
+        state.root && (state.rootIsOfEarlierWindow || state.window != window);
     state.window = window;
     state.windowLives = window != nullptr;
     state.windowDc = window ? ::GetDC(window) : nullptr;
@@ -210,7 +212,7 @@ SIZE CPaintManagerUI::GetInitSize()
 void CPaintManagerUI::SetInitSize(int width, int height)
 {
     m_pState->initSize = {width, height};
-    if (m_pState->HasWindow() && !m_pState->root) {
+    if (m_pState->HasWindow() && (!m_pState->root || m_pState->rootIsOfEarlierWindow)) {
         ::SetWindowPos(m_pState->window, nullptr, 0, 0, width, height,
                        SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
     }

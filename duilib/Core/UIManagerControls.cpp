@@ -80,6 +80,7 @@ bool CPaintManagerUI::AttachDialog(CControlUI* root)
         if (old)
             AddDelayedCleanup(old);
     }
+    state.rootIsOfEarlierWindow = false;
     state.mouseLeave.Clear();
     state.hover = state.pressed = state.rightClicked = state.keyReceiver = nullptr;
     state.layoutNeeded = true;

@@ -254,6 +254,26 @@ TEST(ManagerLifeTest, InitSizeSizesTheWindowOnlyWithoutARoot)
     EXPECT_TRUE(gone);
 }
 
+TEST(ManagerLifeTest, InitSizeSizesANewWindowWhateverTheOneBeforeShowed)
+{
+    ControlHost first(40, 30);
+    ControlHost second(50, 60);
+    const auto sizeOf = [](HWND window) {
+        RECT place{};
+        ::GetWindowRect(window, &place);
+        return std::pair(place.right - place.left, place.bottom - place.top);
+    };
+    CPaintManagerUI manager;
+    manager.Init(first.Window());
+    manager.AttachDialog(new CContainerUI);
+    manager.Init(second.Window());
+    manager.SetInitSize(120, 90);
+    EXPECT_EQ(sizeOf(second.Window()), std::pair(120L, 90L));
+    manager.AttachDialog(new CContainerUI);
+    manager.SetInitSize(80, 70);
+    EXPECT_EQ(sizeOf(second.Window()), std::pair(120L, 90L));
+}
+
 TEST(ManagerLifeTest, TheWindowMayGoBeforeTheManager)
 {
     ControlHost host(40, 30);
