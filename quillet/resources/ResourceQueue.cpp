@@ -90,8 +90,20 @@ ResourceQueue::ResourceQueue() : m_entries(kFirstBuckets)
     m_entries.max_load_factor(1.0f);
 }
 
-ResourceQueue::ResourceQueue(const ResourceQueue& other) = default;
-ResourceQueue& ResourceQueue::operator=(const ResourceQueue& other) = default;
+ResourceQueue::ResourceQueue(const ResourceQueue& other)
+    : m_recency(other.m_recency), m_entries(other.m_entries), m_pManager(other.m_pManager)
+{
+    FindPositions();
+}
+
+ResourceQueue& ResourceQueue::operator=(const ResourceQueue& other)
+{
+    m_recency = other.m_recency;
+    m_entries = other.m_entries;
+    m_pManager = other.m_pManager;
+    FindPositions();
+    return *this;
+}
 
 ResourceQueue::~ResourceQueue()
 {
@@ -99,9 +111,16 @@ ResourceQueue::~ResourceQueue()
     static HANDLE unused = nullptr;
     ::CloseHandle(unused);
     for (const auto& [path, entry] : m_entries) {
-        Empty(*entry);
-        delete entry;
+        Empty(*entry.data);
+        delete entry.data;
     }
+}
+
+// After copying, when they are still those of the other's order.
+void ResourceQueue::FindPositions()
+{
+    for (auto position = m_recency.begin(); position != m_recency.end(); ++position)
+        m_entries.find(*position)->second.position = position;
 }
 
 void ResourceQueue::SetManager(CPaintManagerUI* manager)
@@ -120,8 +139,8 @@ void ResourceQueue::MakeRoom()
         m_recency.pop_front();
         if (found == m_entries.end())
             continue;
-        Empty(*found->second);
-        delete found->second;
+        Empty(*found->second.data);
+        delete found->second.data;
         m_entries.erase(found);
         return;
     }
@@ -132,9 +151,10 @@ ThumbnailData* ResourceQueue::FindAndTouch(const std::wstring& path)
     const auto found = m_entries.find(path);
     if (found == m_entries.end())
         return nullptr;
-    ThumbnailData* const entry = found->second;
-    m_recency.splice(m_recency.end(), m_recency, entry->position);
-    return entry;
+    const Entry& entry = found->second;
+    m_recency.splice(m_recency.end(), m_recency, entry.position);
+    entry.data->position = entry.position;
+    return entry.data;
 }
 
 // Into the entry that is there, or into a new one.
@@ -145,9 +165,8 @@ ThumbnailData* ResourceQueue::Store(const std::wstring& path, ThumbnailData* ent
         Empty(*entry);
     } else {
         entry = new ThumbnailData;
-        m_recency.push_back(path);
-        entry->position = std::prev(m_recency.end());
-        m_entries.emplace(path, entry);
+        entry->position = m_recency.emplace(m_recency.end(), path);
+        m_entries.emplace(path, Entry{entry, entry->position});
     }
     entry->loaded = loaded;
     entry->width = static_cast<int>(picture.GetWidth());

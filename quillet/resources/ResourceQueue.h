@@ -30,7 +30,9 @@ class QUILLET_API ResourceQueue {
 public:
     static ResourceQueue* GetInstance();
 
-    ResourceQueue(const ResourceQueue& other); // shares the thumbnails
+    // A copy shares the thumbnails and has an order of use of its own. What one of the two drops
+    // is gone for the other too, so ask only one of them from then on.
+    ResourceQueue(const ResourceQueue& other);
     ResourceQueue& operator=(const ResourceQueue& other);
 
     void SetManager(CPaintManagerUI* manager); // Published: kept only
@@ -59,13 +61,20 @@ private:
     ResourceQueue();
     virtual ~ResourceQueue();
 
+    // Copies share the thumbnail, so each keeps for itself where the path stands in its own order.
+    struct Entry {
+        ThumbnailData* data;
+        std::list<std::wstring>::iterator position;
+    };
+
     ThumbnailData* FindAndTouch(const std::wstring& path);
     ThumbnailData* Store(const std::wstring& path, ThumbnailData* entry, Gdiplus::Image& picture,
                          bool loaded, SIZE size);
     void MakeRoom();
+    void FindPositions();
 
     std::list<std::wstring> m_recency; // the one to go first in front
-    std::unordered_map<std::wstring, ThumbnailData*> m_entries;
+    std::unordered_map<std::wstring, Entry> m_entries;
     CPaintManagerUI* m_pManager = nullptr;
 };
 
