@@ -1084,6 +1084,21 @@ TEST_F(ConfirmationTest, RefreshingBeforeThereIsAWindowChangesNothing)
     EXPECT_EQ(question.TextOf(L"confirm"), L"skin confirm");
 }
 
+TEST_F(ConfirmationTest, OneObjectAsksAgainInAWindowOfTheSameSize)
+{
+    for (const WPARAM key : {VK_ESCAPE, VK_RETURN, VK_ESCAPE}) {
+        Show(question, [&] {
+            RECT client{};
+            ::GetClientRect(question.GetHWND(), &client);
+            EXPECT_EQ(client.right, 300);
+            EXPECT_EQ(client.bottom, 200);
+            EXPECT_EQ(question.TextOf(L"confirm"), L"skin confirm");
+            question.Press(key);
+        });
+        EXPECT_EQ(question.IsConfirmation(), key == VK_RETURN);
+    }
+}
+
 TEST_F(ConfirmationTest, OpeningAndClosing500TimesLeavesNoObject)
 {
     CResourceManager::GetInstance()->SetLanguage(L"de-DE");
