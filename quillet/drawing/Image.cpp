@@ -48,20 +48,22 @@ UIImage::~UIImage()
 UIImage& UIImage::operator=(const UIImage& other) = default;
 
 UIImage* UIImage::Clone() const
-{
+try {
+    // First of all, so that there is nothing to give back without memory.
+    auto clone = std::make_unique<UIImage>();
+    BITMAP size{};
     if (Gdiplus::Bitmap* const bitmap = m_pRecord->bitmap) {
         const auto format = bitmap->GetPixelFormat();
         const auto height = static_cast<INT>(bitmap->GetHeight());
         const auto width = static_cast<INT>(bitmap->GetWidth());
-        return new (std::nothrow) UIImage(bitmap->Clone(0, 0, width, height, format));
+        clone->m_pRecord->bitmap = bitmap->Clone(0, 0, width, height, format);
+    } else if (m_pRecord->hbitmap && ::GetObjectW(m_pRecord->hbitmap, sizeof size, &size) != 0) {
+        clone->m_pRecord->hbitmap = static_cast<HBITMAP>(
+            ::CopyImage(m_pRecord->hbitmap, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
     }
-    BITMAP size{};
-    if (m_pRecord->hbitmap && ::GetObjectW(m_pRecord->hbitmap, sizeof size, &size) != 0) {
-        const HANDLE copy =
-            ::CopyImage(m_pRecord->hbitmap, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION);
-        return new (std::nothrow) UIImage(static_cast<HBITMAP>(copy));
-    }
-    return new (std::nothrow) UIImage;
+    return clone.release();
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 Gdiplus::Bitmap* UIImage::GetBitmap() const
