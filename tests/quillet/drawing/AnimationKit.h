@@ -103,6 +103,14 @@ inline bool IsPainted(const Picture& picture, Argb colour)
     return picture.Count(colour) == picture.Width() * picture.Height();
 }
 
+// Fails the running test when what is not white has other edges.
+inline void ExpectBounds(const Picture& picture, const RECT& expected)
+{
+    const RECT bounds = picture.BoundsOfAllBut(kWhite);
+    EXPECT_TRUE(::EqualRect(&bounds, &expected))
+        << bounds.left << ", " << bounds.top << ", " << bounds.right << ", " << bounds.bottom;
+}
+
 // A control in a window, a painter for it, and a folder that is the resource path.
 class AnimationTest : public testing::Test {
 protected:
