@@ -7,9 +7,9 @@ namespace fuzz {
 
 std::span<const Target> Targets()
 {
-    static const std::array kTargets{kAttributesTarget, kHtmlTextTarget, kImageStringTarget,
-                                     kMarkupTarget,     kSkinTarget,     kSvgTarget,
-                                     kZipTarget};
+    static const std::array kTargets{kAttributesTarget,  kHtmlTextTarget, kImageAttributeTarget,
+                                     kImageStringTarget, kMarkupTarget,   kSkinTarget,
+                                     kSvgTarget,         kZipTarget};
     return kTargets;
 }
 
