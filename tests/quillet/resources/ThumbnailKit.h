@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <ostream>
 #include <set>
 #include <string>
 #include <vector>
@@ -71,7 +72,7 @@ public:
     // Answers in place of the system's.
     std::optional<Gdiplus::Status> thumbnailStatus;
     bool noFiles = false;      // none can be opened
-    bool countedIcons = false; // numbers for icons, and none for a path with "missing"
+    bool countedIcons = false; // numbers for the icons of existing files
 
 private:
     static CacheCalls*& Current()
@@ -100,7 +101,7 @@ private:
         if (!self.countedIcons)
             answer = self.m_askIcon.Original<decltype(::SHGetFileInfoW)>()(path, attributes, info,
                                                                            size, flags);
-        else if (std::wstring(path).find(L"missing") != std::wstring::npos)
+        else if (::GetFileAttributesW(path) == INVALID_FILE_ATTRIBUTES)
             answer = 0;
         else
             info->hIcon = reinterpret_cast<HICON>(static_cast<ULONG_PTR>(++self.m_lastIcon));
@@ -242,17 +243,36 @@ inline Picture Quarters(int width, int height)
     return picture;
 }
 
+// A file of 24 bits for each pixel.
+inline std::string BmpOf(const Picture& picture)
+{
+    constexpr int kHeaders = 54;
+    std::string file = "BM";
+    const auto append = [&file](int value, int count) {
+        for (int index = 0; index < count; ++index)
+            file += static_cast<char>(value >> 8 * index);
+    };
+    const int stride = (picture.Width() * 3 + 3) / 4 * 4;
+    for (const int field : {kHeaders + stride * picture.Height(), 0, kHeaders, 40, picture.Width(),
+                            picture.Height(), 1 | 24 << 16, 0, 0, 0, 0, 0, 0})
+        append(field, 4);
+    for (int y = picture.Height() - 1; y >= 0; --y) {
+        for (int x = 0; x < picture.Width(); ++x)
+            append(static_cast<int>(picture.At(x, y).value), 3);
+        file.append(static_cast<std::size_t>(stride - picture.Width() * 3), '\0');
+    }
+    return file;
+}
+
 // The empty cache and a folder of files for it.
 class ThumbnailTest : public testing::Test {
 protected:
     ThumbnailTest() { EmptyTheQueue(); }
 
     // Returns the full path.
-    std::wstring WritePng(const std::wstring& name, int width, int height) const
+    std::wstring WritePicture(const std::wstring& name, int width, int height) const
     {
-        const std::wstring path = folder / name;
-        EXPECT_TRUE(Quarters(width, height).Save(path));
-        return path;
+        return folder.Write(name, BmpOf(Quarters(width, height)));
     }
 
     // The second form, of 2 width x 2 height.
@@ -309,6 +329,42 @@ inline CacheCalls::Size SizeOf(const DuiLib::ThumbnailData& data)
 {
     return {static_cast<int>(data.thumbnail->GetWidth()),
             static_cast<int>(data.thumbnail->GetHeight())};
+}
+
+// The colours in the middle of the quarters: upper left, upper right, lower left, lower right.
+struct Middles {
+    Argb upperLeft, upperRight, lowerLeft, lowerRight;
+    bool operator==(const Middles&) const = default;
+};
+
+inline std::ostream& operator<<(std::ostream& out, const Middles& middles)
+{
+    return out << middles.upperLeft << ' ' << middles.upperRight << ' ' << middles.lowerLeft << ' '
+               << middles.lowerRight;
+}
+
+inline Middles MiddlesOf(const DuiLib::ThumbnailData& data)
+{
+    const Picture picture = PixelsOf(*data.thumbnail);
+    const int left = picture.Width() / 4;
+    const int right = picture.Width() * 3 / 4;
+    const int top = picture.Height() / 4;
+    const int bottom = picture.Height() * 3 / 4;
+    return {picture.At(left, top), picture.At(right, top), picture.At(left, bottom),
+            picture.At(right, bottom)};
+}
+
+constexpr Middles kUpright{kRed, kGreen, kBlue, kYellow};
+
+inline void ExpectNothingRead(const DuiLib::ThumbnailData* data)
+{
+    ASSERT_NE(data, nullptr);
+    EXPECT_FALSE(data->loaded);
+    EXPECT_EQ(data->width, 0);
+    EXPECT_EQ(data->height, 0);
+    ASSERT_NE(data->thumbnail, nullptr);
+    EXPECT_EQ(SizeOf(*data), (CacheCalls::Size{0, 0}));
+    EXPECT_NE(data->thumbnail->GetLastStatus(), Gdiplus::Ok);
 }
 
 } // namespace test
