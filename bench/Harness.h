@@ -47,6 +47,7 @@ private:
 };
 
 // One function per source.
+void RunAnimationBench(Report& report);
 void RunConfirmationBench(Report& report);
 void RunControllerBench(Report& report);
 void RunDialogBench(Report& report);

@@ -23,6 +23,7 @@ int main(int argc, char** argv)
     bench::RunMessageBoxBench(report);
     bench::RunConfirmationBench(report);
     bench::RunToggleSwitchBench(report);
+    bench::RunAnimationBench(report);
     bench::RunQueueBench(report);
     bench::RunRouteBench(report);
     bench::RunControllerBench(report);
