@@ -6,6 +6,7 @@
 #include "quillet/drawing/FrameDecoder.h"
 #include "quillet/resources/SaturatingCast.h"
 #include "quillet/resources/Utils.h"
+#include "win32/Handles.h"
 
 namespace DuiLib {
 
@@ -195,8 +196,9 @@ ImageAnimationPainter::operator=(const ImageAnimationPainter& other) = default;
 
 void ImageAnimationPainter::SetBitmaps(const std::vector<HBITMAP>& bitmaps)
 {
+    std::vector<HBITMAP> taken = bitmaps;
     DeleteAll(m_pRecord->bitmaps);
-    m_pRecord->bitmaps = bitmaps;
+    m_pRecord->bitmaps.swap(taken);
     m_pRecord->mode = Record::Mode::Bitmaps;
 }
 
@@ -212,13 +214,15 @@ void ImageAnimationPainter::SetFileRes(const std::vector<std::wstring>& names, b
         return;
     }
     std::vector<HBITMAP> decoded;
+    decoded.reserve(names.size());
+    const Quillet::AtScopeEnd deleteOthers([&decoded] { DeleteAll(decoded); });
     for (const auto& name : names) {
         if (const HBITMAP bitmap = Utils::LoadBitmapFromDuiRes(name.c_str()))
             decoded.push_back(bitmap);
     }
     // Published: when nothing can be decoded the frames held so far stay, and are shown.
     if (!decoded.empty())
-        SetBitmaps(decoded);
+        m_pRecord->bitmaps.swap(decoded);
     m_pRecord->mode = Record::Mode::Bitmaps;
 }
 
