@@ -6,8 +6,25 @@ namespace gallery {
 
 using namespace DuiLib;
 
+namespace {
+
+// The cache of thumbnails frees its pictures when the process ends, later than the toolkit ends
+// GDI+.
+void KeepGdiplusRunning()
+{
+    static const bool isRunning = [] {
+        ULONG_PTR token = 0;
+        const Gdiplus::GdiplusStartupInput input;
+        return Gdiplus::GdiplusStartup(&token, &input, nullptr) == Gdiplus::Ok;
+    }();
+    static_cast<void>(isRunning);
+}
+
+} // namespace
+
 Application::Application()
 {
+    KeepGdiplusRunning();
     QuilletGlobal::GetInstatnce().SetMainThreadId(::GetCurrentThreadId());
     ::OleInitialize(nullptr);
     CPaintManagerUI::SetInstance(::GetModuleHandleW(nullptr));

@@ -6,6 +6,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace gallery {
@@ -50,6 +51,17 @@ protected:
     Control* Find(const wchar_t* name) const
     {
         return dynamic_cast<Control*>(FindControl(name));
+    }
+    // Puts a control that is made in code into the demonstration's container of that name; null
+    // when the skin lacks it.
+    template <class Control, class... Arguments>
+    Control* AddTo(const wchar_t* container, Arguments&&... arguments) const
+    {
+        auto* const place = Find<DuiLib::CContainerUI>(container);
+        if (!place)
+            return nullptr;
+        auto control = std::make_unique<Control>(std::forward<Arguments>(arguments)...);
+        return place->Add(control.get()) ? control.release() : nullptr;
     }
     void SetText(const wchar_t* name, const wchar_t* text) const;
     bool IsChosen(const std::wstring& option) const;

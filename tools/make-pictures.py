@@ -203,7 +203,7 @@ def photographs(folder):
         folder / "upright.jpg", quality=86, exif=orientation)
 
     whole = (folder / "dawn.jpg").read_bytes()
-    (folder / "broken-header.jpg").write_bytes(b"\xff\xd8" + whole[len(whole) // 2:])
+    (folder / "no-header.jpg").write_bytes(b"\xff\xd8" + whole[len(whole) // 2:])
     whole = (folder / "dusk.png").read_bytes()
     (folder / "truncated.png").write_bytes(whole[:len(whole) // 2])
     (folder / "too-short.png").write_bytes(whole[:20])
