@@ -1,6 +1,6 @@
 #include "quillet/drawing/Painter.h"
 
-#include <utility>
+#include <optional>
 #include <vector>
 
 #include "quillet/drawing/Image.h"
@@ -62,16 +62,17 @@ unsigned long UIBrush::GetColor() const
     return *m_pColor;
 }
 
+// Holds all that a paint needs in one block: most painters are made for a few lines and go again.
 struct UIPainter::Record {
-    struct State {
-        UIPen pen;
-        UIBrush brush;
+    struct Colours {
+        unsigned long pen = 0;
+        unsigned long brush = 0;
     };
 
     CControlUI* control = nullptr;
-    std::unique_ptr<Gdiplus::Graphics> graphics;
-    std::vector<State> states = std::vector<State>(1); // the last one counts
-    HDC hdc = nullptr;
+    std::optional<Gdiplus::Graphics> graphics;
+    Colours colours;
+    std::vector<Colours> saved;
 };
 
 UIPainter::UIPainter(CControlUI* control, HDC hdc) : m_pRecord(new Record)
@@ -79,18 +80,18 @@ UIPainter::UIPainter(CControlUI* control, HDC hdc) : m_pRecord(new Record)
     m_pRecord->control = control;
     if (!control)
         return;
-    m_pRecord->hdc = hdc ? hdc : PaintDcOf(*control);
-    if (!m_pRecord->hdc)
+    const HDC dc = hdc ? hdc : PaintDcOf(*control);
+    if (!dc)
         return;
-    m_pRecord->graphics = std::make_unique<Gdiplus::Graphics>(m_pRecord->hdc);
-    m_pRecord->graphics->SetInterpolationMode(Gdiplus::InterpolationModeHighQualityBicubic);
-    m_pRecord->graphics->SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
+    auto& graphics = m_pRecord->graphics.emplace(dc);
+    graphics.SetInterpolationMode(Gdiplus::InterpolationModeHighQualityBicubic);
+    graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
 }
 
 UIPainter::UIPainter(UIImage* image) : m_pRecord(new Record)
 {
     if (image && image->GetBitmap())
-        m_pRecord->graphics = std::make_unique<Gdiplus::Graphics>(image->GetBitmap());
+        m_pRecord->graphics.emplace(image->GetBitmap());
 }
 
 UIPainter::~UIPainter()
@@ -103,23 +104,25 @@ UIPainter& UIPainter::operator=(const UIPainter& other) = default;
 
 void UIPainter::SetPen(const UIPen& pen)
 {
-    m_pRecord->states.back().pen = pen;
+    m_pRecord->colours.pen = pen.GetColor();
 }
 
 void UIPainter::SetBrush(const UIBrush& brush)
 {
-    m_pRecord->states.back().brush = brush;
+    m_pRecord->colours.brush = brush.GetColor();
 }
 
 void UIPainter::Save()
 {
-    m_pRecord->states.push_back(Record::State(m_pRecord->states.back()));
+    m_pRecord->saved.push_back(m_pRecord->colours);
 }
 
 void UIPainter::Restore()
 {
-    if (m_pRecord->states.size() > 1)
-        m_pRecord->states.pop_back();
+    if (m_pRecord->saved.empty())
+        return;
+    m_pRecord->colours = m_pRecord->saved.back();
+    m_pRecord->saved.pop_back();
 }
 
 void UIPainter::ResetTransform()
@@ -154,7 +157,7 @@ void UIPainter::DrawLine(int x1, int y1, int x2, int y2)
     if (!m_pRecord->graphics)
         return;
     const auto offset = Offset();
-    const Gdiplus::Pen pen(Gdiplus::Color(m_pRecord->states.back().pen.GetColor()), kLineWidth);
+    const Gdiplus::Pen pen(Gdiplus::Color(m_pRecord->colours.pen), kLineWidth);
     m_pRecord->graphics->DrawLine(&pen, offset + Gdiplus::Point(x1, y1),
                                   offset + Gdiplus::Point(x2, y2));
 }
@@ -170,7 +173,7 @@ void UIPainter::DrawRectange(const RECT& rect)
         return;
     auto place = Utils::FromWin32RECT(rect);
     place.Offset(Offset());
-    const Gdiplus::Pen pen(Gdiplus::Color(m_pRecord->states.back().pen.GetColor()), kLineWidth);
+    const Gdiplus::Pen pen(Gdiplus::Color(m_pRecord->colours.pen), kLineWidth);
     m_pRecord->graphics->DrawRectangle(&pen, place);
 }
 
@@ -180,7 +183,7 @@ void UIPainter::FillRectange(const RECT& rect)
         return;
     auto place = Utils::FromWin32RECT(rect);
     place.Offset(Offset());
-    const Gdiplus::SolidBrush brush{Gdiplus::Color(m_pRecord->states.back().brush.GetColor())};
+    const Gdiplus::SolidBrush brush{Gdiplus::Color(m_pRecord->colours.brush)};
     m_pRecord->graphics->FillRectangle(&brush, place);
 }
 
