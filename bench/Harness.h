@@ -57,6 +57,7 @@ void RunMemoryBench(Report& report);
 void RunMenuBench(Report& report);
 void RunMessageBoxBench(Report& report);
 void RunPaintBench(Report& report);
+void RunPainterBench(Report& report);
 void RunQueueBench(Report& report);
 void RunResizeBench(Report& report);
 void RunRouteBench(Report& report);

@@ -24,6 +24,7 @@ int main(int argc, char** argv)
     bench::RunConfirmationBench(report);
     bench::RunToggleSwitchBench(report);
     bench::RunAnimationBench(report);
+    bench::RunPainterBench(report);
     bench::RunQueueBench(report);
     bench::RunRouteBench(report);
     bench::RunControllerBench(report);
