@@ -62,6 +62,7 @@ void RunQueueBench(Report& report);
 void RunResizeBench(Report& report);
 void RunRouteBench(Report& report);
 void RunSkinBench(Report& report);
+void RunThumbnailBench(Report& report);
 void RunToggleSwitchBench(Report& report);
 void RunTreeBench(Report& report);
 

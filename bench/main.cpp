@@ -22,6 +22,7 @@ int main(int argc, char** argv)
     bench::RunMenuBench(report);
     bench::RunMessageBoxBench(report);
     bench::RunConfirmationBench(report);
+    bench::RunThumbnailBench(report);
     bench::RunToggleSwitchBench(report);
     bench::RunAnimationBench(report);
     bench::RunPainterBench(report);
