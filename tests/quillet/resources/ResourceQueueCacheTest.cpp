@@ -46,7 +46,7 @@ TEST_F(ResourceQueueCacheTest, ThereIsOne)
 
 TEST_F(ResourceQueueCacheTest, KeysAreThePathsAsTheyAreWritten)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring path = WritePicture(L"a.png", 8, 6);
     std::wstring lowerDrive = path;
     lowerDrive[0] = static_cast<wchar_t>(std::towlower(lowerDrive[0]));
@@ -69,7 +69,7 @@ TEST_F(ResourceQueueCacheTest, KeysAreThePathsAsTheyAreWritten)
 
 TEST_F(ResourceQueueCacheTest, EntryOfOneFormAnswersTheOthers)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring first = WritePicture(L"a.png", 8, 6);
     ThumbnailData* const small = Small(first);
     EXPECT_EQ(Sized(first, 50, 50, 90), small);
@@ -88,7 +88,7 @@ TEST_F(ResourceQueueCacheTest, EntryOfOneFormAnswersTheOthers)
 
 TEST_F(ResourceQueueCacheTest, SecondFormIgnoresSizeAndRotationOfWhatIsCached)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring path = WritePicture(L"a.png", 8, 6);
     ThumbnailData* const data = Sized(path, 10, 20, 0);
     Gdiplus::Image* const thumbnail = data->thumbnail;
@@ -118,7 +118,7 @@ TEST_F(ResourceQueueCacheTest, PositionIsThePathInTheOrderOfUse)
 
 TEST_F(ResourceQueueCacheTest, EvictsTheLeastRecentlyUsedOf202)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     FillTo(201);
     EXPECT_TRUE(calls.disposed.empty());
     EXPECT_EQ(calls.Alive(), 201u);
@@ -135,7 +135,7 @@ TEST_F(ResourceQueueCacheTest, EvictsTheLeastRecentlyUsedOf202)
 
 TEST_F(ResourceQueueCacheTest, RequestOfEachFormMovesToTheBack)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     FillTo(200);
     Small(paths[5]);
     Sized(paths[3], 8, 8);
@@ -190,7 +190,7 @@ TEST_F(ResourceQueueCacheTest, EvictsOncePerRequestAlsoForAHit)
 
 TEST_F(ResourceQueueCacheTest, EvictsAlsoForAFileThatCannotBeRead)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring text = folder.Write(L"text", "text");
     FillTo(201);
     EXPECT_EQ(Sized(text, 8, 8), nullptr);
@@ -204,7 +204,7 @@ TEST_F(ResourceQueueCacheTest, EvictsAlsoForAFileThatCannotBeRead)
 
 TEST_F(ResourceQueueCacheTest, DestroysAlsoTheIconThatAnEvictedEntryDoesNotHave)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     FillTo(201);
     EXPECT_TRUE(calls.destroyed.empty());
     FillTo(204);
@@ -242,7 +242,7 @@ TEST_F(ResourceQueueCacheTest, EvictedIconsLeaveNoObjects)
 
 TEST_F(ResourceQueueCacheTest, ReloadKeepsTheEntryAndReplacesTheThumbnail)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring path = WritePicture(L"a.png", 8, 6);
     ThumbnailData* const data = Small(path);
     WritePicture(L"a.png", 20, 10);
@@ -269,7 +269,7 @@ TEST_F(ResourceQueueCacheTest, ReloadKeepsTheEntryAndReplacesTheThumbnail)
 
 TEST_F(ResourceQueueCacheTest, ReloadOfWhatIsNotCachedMakesIt)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring path = WritePicture(L"a.png", 8, 6);
     ThumbnailData* const data = Shown(path, Tip::Whole, Cached::Reload);
     ASSERT_NE(data, nullptr);
@@ -280,7 +280,7 @@ TEST_F(ResourceQueueCacheTest, ReloadOfWhatIsNotCachedMakesIt)
 
 TEST_F(ResourceQueueCacheTest, ReloadTurnsAFallbackIntoAThumbnail)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring path = folder.Write(L"a.png", "text");
     ThumbnailData* const data = Small(path);
     const HICON icon = data->icon;
@@ -295,7 +295,7 @@ TEST_F(ResourceQueueCacheTest, ReloadTurnsAFallbackIntoAThumbnail)
 
 TEST_F(ResourceQueueCacheTest, FailedReloadReturnsNullAndLeavesTheEntry)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring path = WritePicture(L"a.png", 8, 6);
     ThumbnailData* const data = Small(path);
     Gdiplus::Image* const thumbnail = data->thumbnail;
@@ -321,7 +321,7 @@ TEST_F(ResourceQueueCacheTest, FailedReloadReturnsNullAndLeavesTheEntry)
 
 TEST_F(ResourceQueueCacheTest, PathMayBeThatOfTheEntryWhichGoes)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring first = WritePicture(L"a picture with a long name", 8, 6);
     ThumbnailData* data = Shown(first);
     FillTo(200);
@@ -335,7 +335,7 @@ TEST_F(ResourceQueueCacheTest, PathMayBeThatOfTheEntryWhichGoes)
 
 TEST_F(ResourceQueueCacheTest, CopyAnswersWithTheSameEntries)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     FillTo(3);
     ThumbnailData* const data = Small(paths[1]);
     ResourceQueue& copy = CopyOf(queue);
@@ -356,7 +356,7 @@ TEST_F(ResourceQueueCacheTest, CopyAnswersWithTheSameEntries)
 
 TEST_F(ResourceQueueCacheTest, CopyDoesNotSeeWhatIsAskedOfTheOtherLater)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     ResourceQueue& copy = CopyOf(queue);
     FillTo(1);
     EXPECT_EQ(calls.opened.size(), 1u);
@@ -366,7 +366,7 @@ TEST_F(ResourceQueueCacheTest, CopyDoesNotSeeWhatIsAskedOfTheOtherLater)
 
 TEST_F(ResourceQueueCacheTest, CopyHasAnOrderOfItsOwn)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     FillTo(200);
     ResourceQueue& copy = CopyOf(queue);
     // All that the original would drop is used through the copy.
@@ -385,7 +385,7 @@ TEST_F(ResourceQueueCacheTest, CopyHasAnOrderOfItsOwn)
 
 TEST_F(ResourceQueueCacheTest, FullCopyDropsItsOwnLeastRecentlyUsed)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     FillTo(200);
     ResourceQueue& copy = CopyOf(queue);
     for (std::size_t index = paths.size(); index > 0; --index)

@@ -161,7 +161,7 @@ protected:
 
 TEST_F(UnreadableTest, FirstFormKeepsTheShellsIconAndAsksForItOnce)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     std::size_t count = 0;
     for (const auto& path : existing) {
         SCOPED_TRACE(testing::PrintToString(path));
@@ -178,7 +178,7 @@ TEST_F(UnreadableTest, FirstFormKeepsTheShellsIconAndAsksForItOnce)
 
 TEST_F(UnreadableTest, MissingFileIsAnEntryWithoutAnIcon)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     ThumbnailData* const data = Small(missing);
     ExpectNothingRead(data);
     EXPECT_EQ(data->icon, nullptr);
@@ -220,7 +220,7 @@ TEST_F(UnreadableTest, OtherFormsReturnNullAndKeepNothing)
 
 TEST_F(UnreadableTest, NullIsTheEmptyPath)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     EXPECT_EQ(Sized(L"", 20, 20), nullptr);
     EXPECT_EQ(Shown(L""), nullptr);
     int size = 10;
@@ -246,7 +246,7 @@ TEST_F(UnreadableTest, CachedFallbackAnswersTheOtherFormsToo)
 TEST_F(ResourceQueueFilesTest, OpensForReadingAndDeniesWritingMeanwhile)
 {
     const std::wstring path = WritePicture(L"a.png", 8, 8);
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring other = WritePicture(L"b.png", 8, 8);
     const std::wstring third = WritePicture(L"c.png", 8, 8);
     Small(path);
@@ -263,7 +263,7 @@ TEST_F(ResourceQueueFilesTest, OpensForReadingAndDeniesWritingMeanwhile)
 
 TEST_F(ResourceQueueFilesTest, LeavesTheFileToOthers)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const auto expectFree = [&](const std::wstring& path) {
         EXPECT_EQ(calls.Decoded(), 0u) << "the picture is still held";
         EXPECT_TRUE(::DeleteFileW(path.c_str()));

@@ -13,7 +13,7 @@ using ShellIconTest = ThumbnailTest;
 
 TEST_F(ShellIconTest, IsWhatTheShellShowsForAnExistingFile)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring path = folder.Write(L"a.txt", "text");
     const HICON icon = ResourceQueue::GetDefaultIcon(path.c_str());
     EXPECT_NE(icon, nullptr);
@@ -28,7 +28,7 @@ TEST_F(ShellIconTest, IsWhatTheShellShowsForAnExistingFile)
 
 TEST_F(ShellIconTest, IsAskedForWithAnAttributeThatHasNoEffect)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     const std::wstring missing = folder / L"missing";
     EXPECT_EQ(ResourceQueue::GetDefaultIcon(missing.c_str()), nullptr)
         << "an icon for any folder of that name";

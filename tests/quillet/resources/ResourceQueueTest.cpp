@@ -89,7 +89,7 @@ TEST_F(ResourceQueueTest, RotatesClockwiseByQuarters)
           Row{180, Gdiplus::Rotate180FlipNone, {kYellow, kBlue, kGreen, kRed}, false},
           Row{270, Gdiplus::Rotate270FlipNone, {kGreen, kYellow, kRed, kBlue}, true}}) {
         SCOPED_TRACE(rotation);
-        const CacheCalls calls;
+        CacheCalls calls;
         const std::wstring name = std::to_wstring(rotation);
         const ThumbnailData* const sized =
             Sized(WritePicture(name + L".png", 40, 24), 32, 32, rotation);
@@ -109,7 +109,7 @@ TEST_F(ResourceQueueTest, RotatesClockwiseByQuarters)
 
 TEST_F(ResourceQueueTest, OtherRotationsLeaveThePictureAsItIs)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     int number = 0;
     for (const int rotation : {45, -90, 1, 89, 91, 360, 450, -180}) {
         SCOPED_TRACE(rotation);
@@ -130,7 +130,7 @@ TEST_F(ResourceQueueTest, OtherRotationsLeaveThePictureAsItIs)
 
 TEST_F(ResourceQueueTest, FirstFormNeverRotates)
 {
-    const CacheCalls calls;
+    CacheCalls calls;
     Small(WritePicture(L"a.png", 40, 24));
     EXPECT_TRUE(calls.turned.empty());
 }
