@@ -102,14 +102,30 @@ void* MakeCountingThunk(volatile LONG64* counter, void* target)
     return thunk;
 }
 
+// Not every platform has effects, and code may ask for one to find out.
+using CreateEffect = int(WINAPI*)(const GUID kind, void** effect);
+CreateEffect g_createEffect = nullptr;
+
+int WINAPI CountCreatedEffect(const GUID kind, void** effect)
+{
+    const int status = g_createEffect(kind, effect);
+    if (status == 0 && *effect)
+        ::InterlockedIncrement64(&g_created);
+    return status;
+}
+
 void CountGdiplusImport(void*, const char* dll, const char* function, void** slot)
 {
     if (_stricmp(dll, "gdiplus.dll") != 0)
         return;
-    if (Creates(function))
+    if (std::string_view(function) == "GdipCreateEffect") {
+        g_createEffect = reinterpret_cast<CreateEffect>(*slot);
+        ReplaceImport(slot, reinterpret_cast<void*>(&CountCreatedEffect));
+    } else if (Creates(function)) {
         ReplaceImport(slot, MakeCountingThunk(&g_created, *slot));
-    else if (Frees(function))
+    } else if (Frees(function)) {
         ReplaceImport(slot, MakeCountingThunk(&g_freed, *slot));
+    }
 }
 
 void StartCountingGdiplus()
