@@ -116,6 +116,7 @@ private:
         auto& probe = *s_probe;
         if (!IsDecoding())
             return probe.m_clock.Original<decltype(::GetTickCount)>()();
+        const DWORD time = probe.NextTime(); // before the test hears of it and sets others
         probe.m_inPicture = !probe.m_inPicture;
         if (probe.m_inPicture) {
             if (probe.m_atBegin)
@@ -124,11 +125,16 @@ private:
         } else {
             probe.Count(probe.m_ended, probe.m_never);
         }
-        const std::scoped_lock lock(probe.m_mutex);
-        if (probe.m_times.empty())
+        return time;
+    }
+
+    DWORD NextTime()
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_times.empty())
             return 0;
-        const DWORD time = probe.m_times.front();
-        probe.m_times.pop_front();
+        const DWORD time = m_times.front();
+        m_times.pop_front();
         return time;
     }
 
@@ -267,8 +273,9 @@ TEST_F(FrameDecoderTest, StartReturnsWhenTheThreadRuns)
     for (int i = 0; i < 1000; ++i) {
         painter->Start();
         painter->Start(); // must find it running
-        if (i % 100 == 0)
+        if (i % 100 == 0) {
             ASSERT_EQ(Threads(), before + 1);
+        }
         painter->Stop();
     }
     EXPECT_EQ(Threads(), before);
