@@ -1,9 +1,10 @@
 #include "gallery/Canvas.h"
 #include "gallery/pages/Pages.h"
 
+#include "win32/Handles.h"
+
 #include <algorithm>
 #include <cwctype>
-#include <filesystem>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -41,6 +42,11 @@ constexpr RotationOption kRotations[] = {{L"thumbnails.rotation.0", 0},
                                          {L"thumbnails.rotation.90", 90},
                                          {L"thumbnails.rotation.180", 180},
                                          {L"thumbnails.rotation.270", 270}};
+
+std::size_t StartOfName(const std::wstring& path)
+{
+    return path.find_last_of(L"\\/") + 1;
+}
 
 std::wstring Sized(int width, int height)
 {
@@ -176,11 +182,17 @@ protected:
 private:
     void ListFiles()
     {
-        const std::filesystem::path folder =
-            (CPaintManagerUI::GetResourcePath() + L"photographs").GetData();
-        std::error_code error;
-        for (const auto& entry : std::filesystem::directory_iterator(folder, error))
-            m_files.push_back(entry.path().wstring());
+        const std::wstring folder =
+            (CPaintManagerUI::GetResourcePath() + L"photographs\\").GetData();
+        WIN32_FIND_DATAW found{};
+        const HANDLE search = ::FindFirstFileW((folder + L"*").c_str(), &found);
+        if (search == INVALID_HANDLE_VALUE)
+            return;
+        const Quillet::AtScopeEnd close([search] { ::FindClose(search); });
+        do {
+            if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+                m_files.push_back(folder + found.cFileName);
+        } while (::FindNextFileW(search, &found));
         std::ranges::sort(m_files);
     }
 
@@ -215,7 +227,7 @@ private:
             return;
         std::wstring path = m_files.front();
         std::vector<std::size_t> letters;
-        for (std::size_t at = path.find_last_of(L"\\/") + 1; at < path.size(); ++at) {
+        for (std::size_t at = StartOfName(path); at < path.size(); ++at) {
             if (std::iswalpha(path[at]))
                 letters.push_back(at);
         }
@@ -277,8 +289,7 @@ private:
             DrawThumbnail(dc, *entry, cell);
         else
             DrawUnread(grid, dc, entry ? entry->icon : nullptr, cell);
-        const std::wstring name = std::filesystem::path(file).filename().wstring();
-        DrawLine(dc, name, kTextColour, cell.name);
+        DrawLine(dc, file.substr(StartOfName(file)), kTextColour, cell.name);
         const bool isRead = entry && entry->loaded;
         DrawLine(dc, isRead ? Sized(entry->width, entry->height) : L"—",
                  isRead ? kFaintColour : kFaultColour, cell.size);
