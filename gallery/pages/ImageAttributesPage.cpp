@@ -77,7 +77,7 @@ protected:
     void Hide() override
     {
         m_canvas = nullptr;
-        m_attribute = CImageAttribute(); // its picture goes with the window
+        Forget();
     }
 
     void OnTextChanged(CControlUI* sender) override
@@ -96,12 +96,19 @@ private:
     void Choose(const std::wstring& text)
     {
         m_text = text;
-        m_attribute = CImageAttribute();
+        Forget();
         m_attribute.SetAttributeString(m_text.c_str());
         m_attribute.LoadImageW(&GetPaintManagerUI());
         ShowFields();
         if (m_canvas)
             m_canvas->Invalidate();
+    }
+
+    // The window keeps a picture under its name, whatever mask it was loaded with.
+    void Forget()
+    {
+        GetPaintManagerUI().RemoveImage(m_attribute.GetImageName());
+        m_attribute = CImageAttribute();
     }
 
     void ShowFields()

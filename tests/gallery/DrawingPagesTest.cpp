@@ -169,6 +169,19 @@ TEST_F(DrawingPagesTest, AnExampleIsTakenApartAndDrawn)
     EXPECT_EQ(picture.Count(kInside, {80, 60, 288, 170}), 0) << "a hole";
 }
 
+TEST_F(DrawingPagesTest, AMaskedPictureShowsWhatIsBehind)
+{
+    ShowPage(L"image-attributes");
+    constexpr Argb kHills{0xFF608A98};
+    const auto& canvas = Placed<gallery::Canvas>(L"attributes.picture");
+    Choose(L"attributes.whole");
+    EXPECT_GT(PictureOf(canvas).Count(kHills), 1000);
+    Choose(L"attributes.mask");
+    EXPECT_EQ(PictureOf(canvas).Count(kHills), 0);
+    Choose(L"attributes.whole");
+    EXPECT_GT(PictureOf(canvas).Count(kHills), 1000);
+}
+
 TEST_F(DrawingPagesTest, AFaultyStringCountsUpToTheFault)
 {
     ShowPage(L"image-attributes");
