@@ -40,8 +40,8 @@ private:
     std::unique_ptr<unsigned long> m_pColor;
 };
 
-// Draws with GDI+ on a control or into an image, for the time of one paint. Coordinates on a control
-// are device pixels from its top left corner, wherever it stands in its window.
+// Draws with GDI+ on a control or into an image, for the time of one paint. Coordinates on a
+// control are device pixels from its top left corner, wherever it stands in its window.
 //
 // A painter that has nothing to draw on draws nothing. GDI+ must be running as long as it lives.
 // Published: copies share one record, so exactly one of them is destroyed.
