@@ -5,6 +5,7 @@
 #include "quillet/drawing/Image.h"
 #include "support/Picture.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace test {
@@ -13,15 +14,18 @@ namespace test {
 template <class Value>
 class Undestroyed {
 public:
-    explicit Undestroyed(const Value& other) { new (m_bytes) Value(other); }
+    explicit Undestroyed(const Value& other) : m_value(other) {}
+    ~Undestroyed() {}
     Undestroyed(const Undestroyed&) = delete;
     Undestroyed& operator=(const Undestroyed&) = delete;
 
-    Value& operator*() { return *reinterpret_cast<Value*>(m_bytes); }
-    Value* operator->() { return &**this; }
+    Value& operator*() { return m_value; }
+    Value* operator->() { return &m_value; }
 
 private:
-    alignas(Value) unsigned char m_bytes[sizeof(Value)];
+    union {
+        Value m_value;
+    };
 };
 
 inline std::unique_ptr<DuiLib::UIImage> ImageOf(const Picture& picture)
@@ -49,12 +53,17 @@ inline Picture PictureOf(Gdiplus::Bitmap& bitmap)
 // Red, green / blue, yellow.
 inline Picture Quarters(int size)
 {
-    constexpr Argb kColours[] = {Argb{0xFFFF0000}, Argb{0xFF00FF00}, Argb{0xFF0000FF},
-                                 Argb{0xFFFFFF00}};
     Picture picture(size, size);
-    for (int y = 0; y < size; ++y)
-        for (int x = 0; x < size; ++x)
-            picture.Set(x, y, kColours[(y >= size / 2) * 2 + (x >= size / 2)]);
+    for (int y = 0; y < size; ++y) {
+        for (int x = 0; x < size; ++x) {
+            const bool right = x >= size / 2;
+            const bool bottom = y >= size / 2;
+            const std::uint32_t green = right ? 0xFF00 : 0;
+            const std::uint32_t red = right == bottom ? 0xFF0000 : 0;
+            const std::uint32_t blue = bottom && !right ? 0xFF : 0;
+            picture.Set(x, y, Argb{0xFF000000 | red | green | blue});
+        }
+    }
     return picture;
 }
 

@@ -605,6 +605,73 @@ TEST_F(ImageAttributeLoadTest, HandsTheTypeOn)
     EXPECT_TRUE(AskedResource::types.empty());
 }
 
+// Stands between the attribute and the manager: what was asked for, and nothing is found.
+class AskedManager {
+public:
+    struct Question {
+        CPaintManagerUI* manager;
+        std::wstring name;
+        LPCTSTR type;
+        DWORD mask;
+        bool useHsl;
+        HINSTANCE instance;
+        bool gdiplus;
+    };
+    static inline std::vector<Question> questions;
+
+    AskedManager()
+    {
+        questions.clear();
+        // Compilers decorate the name in their own ways.
+        ForEachImport(::GetModuleHandleW(L"Quillet.dll"), &FindOperation, this);
+        if (m_slot)
+            m_original = ReplaceImport(m_slot, reinterpret_cast<void*>(&Answer));
+    }
+    ~AskedManager()
+    {
+        if (m_slot)
+            ReplaceImport(m_slot, m_original);
+    }
+    AskedManager(const AskedManager&) = delete;
+    AskedManager& operator=(const AskedManager&) = delete;
+
+    bool Found() const { return m_slot != nullptr; }
+
+private:
+    static void FindOperation(void* self, const char*, const char* name, void** slot)
+    {
+        if (std::string_view(name).find("GetImageEx") != std::string_view::npos)
+            static_cast<AskedManager*>(self)->m_slot = slot;
+    }
+    static const TImageInfo* Answer(CPaintManagerUI* manager, LPCTSTR name, LPCTSTR type,
+                                    DWORD mask, bool useHsl, HINSTANCE instance, bool gdiplus)
+    {
+        questions.push_back({manager, name, type, mask, useHsl, instance, gdiplus});
+        return nullptr;
+    }
+
+    void** m_slot = nullptr;
+    void* m_original = nullptr;
+};
+
+TEST_F(ImageAttributeLoadTest, AsksForNameTypeAndMaskOnly)
+{
+    const AskedManager asked;
+    ASSERT_TRUE(asked.Found());
+    attribute.SetAttributeString(L"file='a.png' mask='#80FF0000'");
+    EXPECT_FALSE(attribute.LoadImageW(&manager));
+    EXPECT_FALSE(attribute.LoadImageW(&manager));
+    ASSERT_EQ(asked.questions.size(), 1u) << "a failure is not tried again";
+    const auto& question = asked.questions[0];
+    EXPECT_EQ(question.manager, &manager);
+    EXPECT_EQ(question.name, L"a.png");
+    EXPECT_EQ(question.type, nullptr) << "not the empty text";
+    EXPECT_EQ(question.mask, 0x80FF0000u);
+    EXPECT_FALSE(question.useHsl);
+    EXPECT_EQ(question.instance, nullptr);
+    EXPECT_FALSE(question.gdiplus);
+}
+
 TEST_F(ImageAttributeLoadTest, ASecondTimeAsksNobody)
 {
     attribute.SetAttributeString(L"file='a.png' source='1,2,3,4'");

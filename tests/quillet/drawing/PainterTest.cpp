@@ -503,7 +503,7 @@ TEST_F(PainterImageTest, ImageWithoutGdiplusBitmapIsNotDrawn)
     EXPECT_EQ(canvas.Take(), blank);
 }
 
-TEST_F(PainterImageTest, EffectsAreNotAppliedAgain)
+TEST_F(PainterImageTest, AStoredBlurChangesNothingWhenDrawn)
 {
     const Picture before = PictureOf(*image->GetBitmap());
     GdiplusCalls calls;
