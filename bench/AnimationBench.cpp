@@ -2,6 +2,7 @@
 
 #include "bench/BenchWindow.h"
 #include "bench/Harness.h"
+#include "bench/Surface.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -37,32 +38,6 @@ std::vector<HBITMAP> MakeFrames(HDC screen, unsigned count)
         frames.push_back(MakeFrame(screen, frame));
     return frames;
 }
-
-// A bitmap in a memory DC for the time of the object.
-class Surface {
-public:
-    Surface(HDC screen, HBITMAP bitmap)
-        : m_dc(::CreateCompatibleDC(screen)),
-          m_bitmap(bitmap),
-          m_former(::SelectObject(m_dc, bitmap))
-    {
-    }
-    ~Surface()
-    {
-        ::SelectObject(m_dc, m_former);
-        ::DeleteObject(m_bitmap);
-        ::DeleteDC(m_dc);
-    }
-    Surface(const Surface&) = delete;
-    Surface& operator=(const Surface&) = delete;
-
-    HDC Dc() const { return m_dc; }
-
-private:
-    HDC m_dc;
-    HBITMAP m_bitmap;
-    HGDIOBJ m_former;
-};
 
 void Tick(CControlUI& control)
 {

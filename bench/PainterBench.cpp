@@ -2,6 +2,7 @@
 
 #include "bench/BenchWindow.h"
 #include "bench/Harness.h"
+#include "bench/Surface.h"
 
 #include <string>
 
@@ -17,31 +18,11 @@ constexpr RECT kPlace{20, 10, 180, 110};
 constexpr auto kHint = TextRenderingHintAntiAliasGridFit;
 constexpr DWORD kColour = 0xFF336699;
 
-// A bitmap in a memory DC for the time of the object.
-class Surface {
-public:
-    explicit Surface(HDC screen) : m_dc(::CreateCompatibleDC(screen))
-    {
-        BYTE* bits = nullptr;
-        m_bitmap = CRenderEngine::CreateARGB32Bitmap(screen, 200, 120, &bits);
-        m_former = ::SelectObject(m_dc, m_bitmap);
-    }
-    ~Surface()
-    {
-        ::SelectObject(m_dc, m_former);
-        ::DeleteObject(m_bitmap);
-        ::DeleteDC(m_dc);
-    }
-    Surface(const Surface&) = delete;
-    Surface& operator=(const Surface&) = delete;
-
-    HDC Dc() const { return m_dc; }
-
-private:
-    HDC m_dc;
-    HBITMAP m_bitmap;
-    HGDIOBJ m_former;
-};
+HBITMAP MakeBitmap(HDC screen)
+{
+    BYTE* bits = nullptr;
+    return CRenderEngine::CreateARGB32Bitmap(screen, 200, 120, &bits);
+}
 
 void UseSmoothly(Graphics& graphics)
 {
@@ -209,7 +190,8 @@ void RunPainterBench(Report& report)
     static_cast<CContainerUI*>(window.Manager().GetRoot())->Add(control);
     window.Repaint();
     control->SetPos(kPlace);
-    const Surface surface(window.Manager().GetPaintDC());
+    const HDC screen = window.Manager().GetPaintDC();
+    const Surface surface(screen, MakeBitmap(screen));
     MeasureOperations(report, *control, surface.Dc());
     MeasureLife(report, *control, surface.Dc());
     MeasureParsing(report);
