@@ -1,15 +1,11 @@
-#include "gallery/Application.h"
-#include "gallery/GalleryWindow.h"
 #include "support/ImportHook.h"
 #include "support/ObjectCounters.h"
-#include "support/TempFolder.h"
-#include "tests/quillet/dialogs/DialogHost.h"
+#include "tests/gallery/PageKit.h"
 
 #include <gtest/gtest.h>
 
 #include <shlobj.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -21,8 +17,6 @@ using test::ControlOf;
 using test::Pump;
 
 namespace {
-
-constexpr DWORD kPatience = 60'000; // milliseconds; only a failure takes so long
 
 constexpr const wchar_t* kDialogPages[] = {L"message-boxes", L"notices", L"loading",
                                            L"confirmation"};
@@ -50,37 +44,8 @@ HWND Opened(const wchar_t* className)
     return search.found;
 }
 
-class DialogPagesTest : public testing::Test {
+class DialogPagesTest : public test::PageKit {
 protected:
-    DialogPagesTest() { window.Open(true); }
-    ~DialogPagesTest() override
-    {
-        if (window.IsOpen())
-            ::DestroyWindow(window.GetHWND());
-        Pump();
-    }
-
-    void ShowPage(std::wstring_view name)
-    {
-        const auto pages = gallery::Pages();
-        window.ShowPage(*std::ranges::find(pages, name, &gallery::PageEntry::name));
-        Pump();
-    }
-    void LeavePage() { ShowPage(L"toggle-switch"); }
-
-    void Click(const wchar_t* name) { window.Manager().FindControl(name)->Activate(); }
-    void Choose(const wchar_t* name)
-    {
-        static_cast<COptionUI*>(window.Manager().FindControl(name))->Selected(true);
-    }
-    void Unchoose(const wchar_t* name)
-    {
-        static_cast<COptionUI*>(window.Manager().FindControl(name))->Selected(false);
-    }
-    std::string Text(const wchar_t* name)
-    {
-        return test::Utf8(window.Manager().FindControl(name)->GetText().GetData());
-    }
     static std::string TextOf(HWND dialog, const wchar_t* name)
     {
         return test::Utf8(ControlOf(dialog, name)->GetText().GetData());
@@ -107,19 +72,6 @@ protected:
         InModal(control, className, [button](HWND dialog) { ClickControl(dialog, button); });
     }
 
-    // Dispatches until the condition holds; false when it never does.
-    static bool WaitUntil(const std::function<bool()>& condition)
-    {
-        const DWORD start = ::GetTickCount();
-        while (!condition()) {
-            if (::GetTickCount() - start > kPatience)
-                return false;
-            ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 100, QS_ALLINPUT);
-            Pump();
-        }
-        return true;
-    }
-
     // The scale of the main window, whatever the monitor's is.
     static void ExpectScale(HWND dialog, unsigned percent)
     {
@@ -127,8 +79,6 @@ protected:
         EXPECT_EQ(CResourceManagerEx::GetInstance()->GetScale(), percent);
     }
 
-    gallery::Application application;
-    gallery::GalleryWindow window{gallery::GalleryWindow::AtClose::Nothing};
     test::LoopActions loop;
 };
 
@@ -192,7 +142,7 @@ TEST_F(DialogPagesTest, AMessageBoxHasTheTextsThatWereWritten)
             ClickControl(dialog, L"btn_ok");
         });
     }
-    Unchoose(L"message-boxes.with-caption");
+    Choose(L"message-boxes.with-caption", false);
     InModal(L"message-boxes.open", L"UIIMessageBox", [](HWND dialog) {
         EXPECT_FALSE(ControlOf(dialog, L"lab_caption")->IsVisible());
         ClickControl(dialog, L"btn_ok");
@@ -229,7 +179,7 @@ TEST_F(DialogPagesTest, AMessageBoxHasTheScaleAndTheLanguageOfTheMainWindow)
 TEST_F(DialogPagesTest, AModelessMessageBoxStaysOpenUntilThePageIsLeft)
 {
     ShowPage(L"message-boxes");
-    Unchoose(L"message-boxes.modal");
+    Choose(L"message-boxes.modal", false);
     for (const auto& [option, className] : kGenerations) {
         Choose(option);
         Click(L"message-boxes.open");
@@ -244,7 +194,7 @@ TEST_F(DialogPagesTest, AModelessMessageBoxStaysOpenUntilThePageIsLeft)
 TEST_F(DialogPagesTest, AModelessMessageBoxIsClosedByItsButton)
 {
     ShowPage(L"message-boxes");
-    Unchoose(L"message-boxes.modal");
+    Choose(L"message-boxes.modal", false);
     for (const auto& [option, className] : kGenerations) {
         Choose(option);
         Click(L"message-boxes.open");
@@ -469,7 +419,7 @@ TEST_F(DialogPagesTest, TheMainWindowIsDimmedWhileItIsAsked)
         EXPECT_EQ(Opened(kDimLayer), nullptr);
     };
     expectLayer(true);
-    Unchoose(L"confirmation.mask");
+    Choose(L"confirmation.mask", false);
     expectLayer(false);
 }
 

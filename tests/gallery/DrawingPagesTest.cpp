@@ -1,14 +1,10 @@
-#include "gallery/Application.h"
 #include "gallery/Canvas.h"
-#include "gallery/GalleryWindow.h"
 #include "support/ObjectCounters.h"
 #include "support/Picture.h"
-#include "support/TempFolder.h"
-#include "tests/quillet/dialogs/DialogHost.h"
+#include "tests/gallery/PageKit.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -21,8 +17,6 @@ using test::Pump;
 
 namespace {
 
-constexpr DWORD kPatience = 60'000; // milliseconds; only a failure takes so long
-
 constexpr Argb kWhite{0xFFFFFFFF};
 constexpr Argb kBlue{0xFF007DFF};
 constexpr Argb kOrange{0xFFF08C00};
@@ -33,20 +27,11 @@ constexpr Argb kCell{0xFFF3F5F8}; // behind an animation
 constexpr const wchar_t* kDrawingPages[] = {L"image-attributes", L"images", L"painter",
                                             L"frame-animation", L"thumbnails"};
 
-class DrawingPagesTest : public testing::Test {
+class DrawingPagesTest : public test::PageKit {
 protected:
-    DrawingPagesTest() { window.Open(true); }
-    ~DrawingPagesTest() override
-    {
-        if (window.IsOpen())
-            ::DestroyWindow(window.GetHWND());
-        Pump();
-    }
-
     void ShowPage(std::wstring_view name)
     {
-        const auto pages = gallery::Pages();
-        window.ShowPage(*std::ranges::find(pages, name, &gallery::PageEntry::name));
+        PageKit::ShowPage(name);
         Paint();
     }
     void LeavePage() { ShowPage(L"toggle-switch"); }
@@ -59,21 +44,15 @@ protected:
         ::UpdateWindow(window.GetHWND());
     }
 
-    template <class Control>
-    Control& Find(const wchar_t* name)
-    {
-        return dynamic_cast<Control&>(*window.Manager().FindControl(name));
-    }
     // The control that the page has put into a container.
     template <class Control>
     Control& Placed(const wchar_t* container)
     {
         return dynamic_cast<Control&>(*Find<CContainerUI>(container).GetItemAt(0));
     }
-    void Click(const wchar_t* name) { Find<CControlUI>(name).Activate(); }
-    void Choose(const wchar_t* name, bool selected = true)
+    void Choose(const wchar_t* name, bool chosen = true)
     {
-        Find<COptionUI>(name).Selected(selected);
+        PageKit::Choose(name, chosen);
         Paint();
     }
     void Slide(const wchar_t* name, int value)
@@ -89,10 +68,6 @@ protected:
         control.SetText(text);
         window.Manager().SendNotify(&control, DUI_MSGTYPE_TEXTCHANGED);
         Paint();
-    }
-    std::string Text(const wchar_t* name)
-    {
-        return test::Utf8(Find<CControlUI>(name).GetText().GetData());
     }
     int Number(const wchar_t* name) { return std::stoi(Text(name)); }
 
@@ -116,19 +91,6 @@ protected:
         return part;
     }
 
-    // Dispatches until the condition holds; false when it never does.
-    static bool WaitUntil(const std::function<bool()>& condition)
-    {
-        const DWORD start = ::GetTickCount();
-        while (!condition()) {
-            if (::GetTickCount() - start > kPatience)
-                return false;
-            ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 100, QS_ALLINPUT);
-            Pump();
-        }
-        return true;
-    }
-
     // Objects of the system; a controller keeps a little memory for each control that it heard.
     template <class Action>
     static void ExpectNoObject(Action action)
@@ -145,9 +107,6 @@ protected:
         EXPECT_EQ(test::GdiplusObjects(), gdiplus);
         EXPECT_EQ(test::UserWindows(), windows);
     }
-
-    gallery::Application application;
-    gallery::GalleryWindow window{gallery::GalleryWindow::AtClose::Nothing};
 };
 
 TEST_F(DrawingPagesTest, AnExampleIsTakenApartAndDrawn)

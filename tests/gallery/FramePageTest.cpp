@@ -1,65 +1,15 @@
-#include "gallery/Application.h"
-#include "gallery/GalleryWindow.h"
-#include "support/TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <functional>
-#include <string>
-#include <string_view>
+#include "tests/gallery/PageKit.h"
 
 using namespace DuiLib;
+using test::Pump;
 
 namespace {
 
-constexpr DWORD kPatience = 60'000; // milliseconds; only a failure takes so long
-
-class FramePageTest : public testing::Test {
+class FramePageTest : public test::PageKit {
 protected:
-    FramePageTest()
-    {
-        window.Open(true);
-        const auto pages = gallery::Pages();
-        window.ShowPage(
-            *std::ranges::find(pages, std::wstring_view(L"frame"), &gallery::PageEntry::name));
-    }
-    ~FramePageTest() override
-    {
-        if (window.IsOpen())
-            ::DestroyWindow(window.GetHWND());
-        Dispatch();
-    }
+    FramePageTest() { ShowPage(L"frame"); }
 
-    static void Dispatch()
-    {
-        MSG message{};
-        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-            if (!CPaintManagerUI::TranslateMessage(&message))
-                ::DispatchMessageW(&message);
-    }
-    // Dispatches until the condition holds; false when it never does.
-    static bool WaitUntil(const std::function<bool()>& condition)
-    {
-        const DWORD start = ::GetTickCount();
-        while (!condition()) {
-            if (::GetTickCount() - start > kPatience)
-                return false;
-            ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 100, QS_ALLINPUT);
-            Dispatch();
-        }
-        return true;
-    }
-
-    void Click(const wchar_t* name) { window.Manager().FindControl(name)->Activate(); }
-    std::string Text(const wchar_t* name)
-    {
-        return test::Utf8(window.Manager().FindControl(name)->GetText().GetData());
-    }
     HWND Mask() const { return CResourceManagerEx::GetInstance()->GetVeskaMaskHWND(); }
-
-    gallery::Application application;
-    gallery::GalleryWindow window{gallery::GalleryWindow::AtClose::Nothing};
 };
 
 TEST_F(FramePageTest, TheWorkerReportsThroughTheQueue)
@@ -74,8 +24,7 @@ TEST_F(FramePageTest, TheWorkerReportsThroughTheQueue)
 TEST_F(FramePageTest, LeavingThePageStopsTheWorker)
 {
     Click(L"frame.start");
-    window.ShowPage(gallery::Pages().front());
-    Dispatch();
+    LeavePage();
     EXPECT_EQ(window.Manager().FindControl(L"frame.primes"), nullptr);
 }
 
@@ -83,7 +32,7 @@ TEST_F(FramePageTest, TheWindowMayCloseWhileTheWorkerRuns)
 {
     Click(L"frame.start");
     ::DestroyWindow(window.GetHWND());
-    Dispatch();
+    Pump();
     EXPECT_FALSE(window.IsOpen());
 }
 
@@ -96,7 +45,7 @@ TEST_F(FramePageTest, APrivateMessageIsCounted)
 {
     Click(L"frame.message");
     Click(L"frame.message");
-    Dispatch();
+    Pump();
     EXPECT_TRUE(Text(L"frame.messages").ends_with(": 2")) << Text(L"frame.messages");
 }
 
@@ -134,7 +83,7 @@ TEST_F(FramePageTest, TheMaskFollowsTheMainWindow)
 {
     for (const int scene : {0, 1}) {
         window.ShownPage()->OpenScene(scene);
-        Dispatch();
+        Pump();
         const HWND mask = Mask();
         ASSERT_TRUE(::IsWindow(mask));
         ::SetWindowPos(window.GetHWND(), nullptr, 60 + scene, 40, 0, 0,
@@ -146,7 +95,7 @@ TEST_F(FramePageTest, TheMaskFollowsTheMainWindow)
         main.top += scene == 1 ? 33 : 0;
         EXPECT_TRUE(::EqualRect(&place, &main)) << scene;
         window.ShownPage()->CloseScene();
-        Dispatch();
+        Pump();
         EXPECT_FALSE(::IsWindow(mask)) << scene;
     }
 }
@@ -171,7 +120,7 @@ TEST_F(FramePageTest, TheDialogKeepsTheScaleOfTheMainWindow)
 {
     window.SetScale(150);
     window.ShownPage()->OpenScene(1);
-    Dispatch();
+    Pump();
     RECT main{};
     RECT place{};
     ::GetWindowRect(window.GetHWND(), &main);
