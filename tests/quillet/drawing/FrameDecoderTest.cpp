@@ -638,6 +638,7 @@ TEST_F(FrameDecoderTest, ThePaintTakesTheFrameWithoutALock)
     Start(names);
     Decode();
     Decode();
+    EXPECT_EQ(Shown(), 1); // the first paint makes what all paints share
     const int before = GdiObjects();
     {
         // While a paint is at the bitmap the thread replaces it, and does not wait for the paint.
