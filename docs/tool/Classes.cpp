@@ -41,6 +41,7 @@ const KnownClass kKnownClasses[] = {
     Known<CControlUI>("CControlUI"),
     Known<CEditUI>("CEditUI"),
     Known<CHorizontalLayoutUI>("CHorizontalLayoutUI"),
+    Known<CImageAnimationControlUI>("CImageAnimationControlUI"),
     Known<CLabelUI>("CLabelUI"),
     Known<CListContainerElementUI>("CListContainerElementUI"),
     Known<CListElementUI, CListLabelElementUI>("CListElementUI"),

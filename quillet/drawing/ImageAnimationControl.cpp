@@ -1,10 +1,13 @@
 #include "quillet/drawing/ImageAnimationControl.h"
 
-#include <string_view>
-
+#include "win32/AttributeTable.h"
 #include "win32/TextParse.h"
 
 namespace DuiLib {
+
+using Quillet::AttributeKind;
+using Quillet::MakeAttributeTable;
+using Quillet::NameMatch;
 
 CImageAnimationControlUI::CImageAnimationControlUI()
     : m_pPainter(std::make_unique<ImageAnimationPainter>(this))
@@ -95,10 +98,17 @@ void CImageAnimationControlUI::DoPaint(HDC hdc, const RECT& /*paint*/)
 
 void CImageAnimationControlUI::SetAttribute(LPCTSTR name, LPCTSTR value)
 {
-    // Published: any other value leaves the binding as it is.
-    if (Quillet::Text::EqualsNoCase(Quillet::Text::View(name), L"bindwithvisible") &&
-        Quillet::Text::View(value) == L"true")
-        m_bBoundToVisibility = true;
+    using Self = CImageAnimationControlUI;
+    static constexpr auto kTable = MakeAttributeTable<NameMatch::NoCase, Self>({
+        // Published: any other value leaves the binding as it is.
+        {L"bindwithvisible", AttributeKind::Boolean,
+         [](Self& self, LPCTSTR text) {
+             if (Quillet::Text::View(text) == L"true")
+                 self.m_bBoundToVisibility = true;
+         }},
+    });
+    kTable.Apply(*this, name, value);
+    // Published: the control gets every attribute, also the one taken here.
     CControlUI::SetAttribute(name, value);
 }
 
