@@ -3,6 +3,7 @@
 #include "support/ImportHook.h"
 #include "win32/Windows.h"
 
+#include <tlhelp32.h>
 #include <winternl.h>
 
 #include <algorithm>
@@ -167,6 +168,19 @@ std::string GdiObjectKinds()
         text += (text.empty() ? "" : ", ") + std::to_string(count) + ' ' + kind.name;
     }
     return text;
+}
+
+int Threads()
+{
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    int threads = 0;
+    for (BOOL more = ::Thread32First(snapshot, &entry); more;
+         more = ::Thread32Next(snapshot, &entry))
+        threads += entry.th32OwnerProcessID == ::GetCurrentProcessId();
+    ::CloseHandle(snapshot);
+    return threads;
 }
 
 int UserWindows()

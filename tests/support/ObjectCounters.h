@@ -23,4 +23,7 @@ int GdiplusObjects();
 // Blocks in use on the C heap.
 int HeapBlocks();
 
+// Threads of this process.
+int Threads();
+
 } // namespace test

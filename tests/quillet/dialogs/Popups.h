@@ -3,8 +3,6 @@
 #include "support/ImportHook.h"
 #include "tests/quillet/dialogs/DialogHost.h"
 
-#include <tlhelp32.h>
-
 #include <new>
 #include <string>
 #include <vector>
@@ -87,20 +85,6 @@ public:
         ::VirtualProtect(memory, size, PAGE_NOACCESS, &before);
     }
 };
-
-// Threads of this process.
-inline int Threads()
-{
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    int threads = 0;
-    for (BOOL more = ::Thread32First(snapshot, &entry); more;
-         more = ::Thread32Next(snapshot, &entry))
-        threads += entry.th32OwnerProcessID == ::GetCurrentProcessId();
-    ::CloseHandle(snapshot);
-    return threads;
-}
 
 // A window as it was asked for.
 struct Creation {

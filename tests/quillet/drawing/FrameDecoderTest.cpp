@@ -1,7 +1,5 @@
 #include "quillet/drawing/AnimationKit.h"
 
-#include <tlhelp32.h>
-
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
@@ -22,20 +20,6 @@ namespace {
 using namespace DuiLib;
 
 constexpr std::chrono::seconds kLongest{30}; // for what happens at once
-
-// Threads of this process.
-int Threads()
-{
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    int threads = 0;
-    for (BOOL more = ::Thread32First(snapshot, &entry); more;
-         more = ::Thread32Next(snapshot, &entry))
-        threads += entry.th32OwnerProcessID == ::GetCurrentProcessId();
-    ::CloseHandle(snapshot);
-    return threads;
-}
 
 // Follows the thread that decodes: it looks at the clock before and after each picture, opens the
 // picture's file in between, and sleeps for the rest of its time. The clock stands still, unless
