@@ -343,7 +343,8 @@ TEST_P(InfoBoxPlaceTest, StandsInTheMiddleAboveTheLowerEdge)
     ASSERT_TRUE(::EqualRect(&moved, &parent));
     TestToast toast;
     const HWND window = toast.Make(owner);
-    ASSERT_EQ(::GetParent(window), owner.GetHWND());
+    // Only the low half of a window handle counts.
+    ASSERT_EQ(HandleToLong(::GetParent(window)), HandleToLong(owner.GetHWND()));
     const RECT before = test::PlaceOf(window);
     EXPECT_FALSE(::IsWindowVisible(window));
     CResourceManagerEx::GetInstance()->SetScale(GetParam().dpi);
