@@ -117,7 +117,10 @@ TEST_P(ListTextElementTest, EachTextStaysInItsColumn)
 {
     host.Manager().SetDefaultFont(L"Arial", 20, true, false, false, false);
     row.SetText(0, L"MMMMMMMMMMMMMMMMMMMMMMMMMMMM");
-    EXPECT_EQ(test::Ink(host.Paint()).right, 100);
+    // The last pixels may fall between two stems.
+    const auto right = test::Ink(host.Paint()).right;
+    EXPECT_LE(right, 100);
+    EXPECT_GT(right, 90);
     row.SetText(0, L"");
     row.SetText(1, L"MMMM");
     EXPECT_GE(test::Ink(host.Paint()).left, 100);
