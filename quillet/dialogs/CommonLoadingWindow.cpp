@@ -6,12 +6,12 @@
 #include <thread>
 #include <utility>
 
+#include "quillet/dialogs/DialogStyle.h"
+
 using namespace DuiLib;
+using namespace Quillet::Dialogs;
 
 namespace {
-
-constexpr DWORD kStyle = WS_POPUP | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION | WS_SYSMENU;
-constexpr DWORD kExStyle = WS_EX_WINDOWEDGE;
 
 constexpr int kShortestTime = 1000; // milliseconds
 
@@ -114,7 +114,7 @@ void CommonLoadingWindow::CloseWindow()
 void CommonLoadingWindow::CreateLMaskLayer()
 {
     const HWND owner = m_hMaskParent ? m_hMaskParent : m_hParent;
-    Create(owner, m_strMessage.c_str(), kStyle, kExStyle, 0, 0, 0, 0);
+    Create(owner, m_strMessage.c_str(), kModalStyle, kModalExStyle, 0, 0, 0, 0);
 }
 
 void CommonLoadingWindow::CloseMaskLayer()

@@ -6,6 +6,7 @@
 
 #include "quillet/dialogs/ConfirmationText.h"
 #include "quillet/dialogs/DialogResources.h"
+#include "quillet/dialogs/DialogStyle.h"
 #include "quillet/dialogs/SkinControl.h"
 #include "quillet/dialogs/TextMeasure.h"
 
@@ -13,9 +14,6 @@ using namespace DuiLib;
 using namespace Quillet::Dialogs;
 
 namespace {
-
-constexpr DWORD kStyle = WS_POPUP | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION | WS_SYSMENU;
-constexpr DWORD kExStyle = WS_EX_WINDOWEDGE;
 
 struct ButtonColours {
     DWORD normal, hot, pushed, text; // ARGB
@@ -113,7 +111,7 @@ void ConfirmationWindow::ChangeWndSize()
 void ConfirmationWindow::CreateMaskLayer()
 {
     const HWND owner = m_hMaskParent ? m_hMaskParent : m_hParent;
-    Create(owner, m_strTitle.c_str(), kStyle, kExStyle, 0, 0, 0, 0);
+    Create(owner, m_strTitle.c_str(), kModalStyle, kModalExStyle, 0, 0, 0, 0);
 }
 
 void ConfirmationWindow::ReSetShowContent(const std::wstring& strContent)

@@ -1,12 +1,13 @@
 #include "quillet/dialogs/DialogWindow.h"
 
+#include "quillet/dialogs/DialogStyle.h"
+
 namespace DuiLib {
+
+using namespace Quillet::Dialogs;
 
 namespace {
 
-constexpr DWORD kModalStyle =
-    WS_POPUP | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION | WS_SYSMENU;
-constexpr DWORD kModalExStyle = WS_EX_WINDOWEDGE;
 constexpr DWORD kModelessStyle = WS_POPUP;
 constexpr DWORD kModelessExStyle = WS_EX_TOPMOST | WS_EX_TOOLWINDOW;
 
