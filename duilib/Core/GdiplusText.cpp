@@ -165,7 +165,11 @@ bool DrawTextWithGdiplus(HDC dc, CPaintManagerUI& manager, HFONT font, std::wstr
     Gdiplus::StringFormat format(Gdiplus::StringFormat::GenericTypographic());
     ApplyStyle(format, style);
 
-    const std::wstring shown = style & DT_SINGLELINE ? OnOneLine(text) : WithLineFeeds(text);
+    const bool singleLine = (style & DT_SINGLELINE) != 0;
+    std::wstring changed;
+    std::wstring_view shown = text;
+    if (text.find_first_of(singleLine ? L"\r\n" : L"\r") != text.npos)
+        shown = changed = singleLine ? OnOneLine(text) : WithLineFeeds(text);
     const auto length = static_cast<INT>(shown.size());
     auto area = ToRectF(rect);
     if (style & DT_CALCRECT) {
